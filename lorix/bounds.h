@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QtGlobal>
+
+namespace lorix {
+
+/// Every bound that keeps hostile input from eating time or memory, with its
+/// default and the reason for the number. A container comes from anywhere: what
+/// lies beyond a bound is left out, never a crash. Classes that work under a
+/// bound take a Bounds through setBounds(); callers change the members they
+/// want and leave the others.
+struct Bounds
+{
+    /// Largest file that LorixParser::open() takes, in bytes. The format's
+    /// offsets are signed 32-bit numbers.
+    qint64 fileBytes = 2147483647;
+
+    /// Longest line, in bytes, that is looked at as a marker. Real markers have
+    /// some hundred bytes; this leaves room for a description of book length
+    /// while a file without line ends still opens within fixed memory.
+    qint64 markerLineBytes = 16 * 1024 * 1024;
+
+    /// Bytes that may be read while the chain of sections is followed, beyond
+    /// four times the file's size. A container whose links are right needs its
+    /// marker lines only; one whose every link must be searched for in long
+    /// lines would otherwise cost sections times length.
+    qint64 chainBytes = 256 * 1024 * 1024;
+
+    /// Nested containers below one another in a tree. Each level holds the
+    /// levels below it whole, so that real histories stay far below.
+    int treeDepth = 64;
+
+    /// Nodes of one tree; about 2 KiB of memory each.
+    int treeNodes = 1000000;
+
+    /// Bytes that one tree may extract to temporary files, in all.
+    qint64 treeExtractedBytes = Q_INT64_C(16) * 1024 * 1024 * 1024;
+
+    /// Clauses of one query's normal form, which can grow exponentially with
+    /// the query; about 200 bytes of memory each.
+    int queryClauses = 100000;
+};
+
+} // namespace lorix

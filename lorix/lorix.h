@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+/// Everything that the library offers, in one include.
+
+#include <lorix/bounds.h>
+#include <lorix/export.h>
+
+// Messages, timing and version.
+#include <lorix/runner/applicationdir.h>
+#include <lorix/runner/logsource.h>
+#include <lorix/runner/stopwatch.h>
+#include <lorix/runner/version.h>
+
+// Containers: markers, lines, parser, content.
+#include <lorix/container/filetag.h>
+#include <lorix/container/sectiontag.h>
+
+// Checking and extracting in steps.
+
+// Summaries of steps and files.
+#include <lorix/summary/filesummary.h>
+#include <lorix/summary/summary.h>
+#include <lorix/summary/tripple.h>
+#include <lorix/summary/workflowstep.h>
+
+// Trees of steps and their comparison.
+
+// The query language.
+
+// The invocation of the add tool.
+
+// Running the external tools.
