@@ -21,11 +21,11 @@ struct Bounds
     /// while a file without line ends still opens within fixed memory.
     qint64 markerLineBytes = 16 * 1024 * 1024;
 
-    /// Bytes that may be read while the chain of sections is followed, beyond
-    /// four times the file's size. A container whose links are right needs its
-    /// marker lines only; one whose every link must be searched for in long
-    /// lines would otherwise cost sections times length.
-    qint64 chainBytes = 256 * 1024 * 1024;
+    /// Bytes of lines that may be read while the chain of sections is followed,
+    /// beyond twice the file's size. A container whose links are right needs
+    /// its marker lines only; one whose every link leads into the same long
+    /// lines would otherwise cost sections times length, in time and memory.
+    qint64 chainBytes = 64 * 1024 * 1024;
 
     /// Nested containers below one another in a tree. Each level holds the
     /// levels below it whole, so that real histories stay far below.

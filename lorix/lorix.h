@@ -13,7 +13,16 @@
 #include <lorix/runner/version.h>
 
 // Containers: markers, lines, parser, content.
+#include <lorix/container/bytebuffers.h>
+#include <lorix/container/fileiterator.h>
 #include <lorix/container/filetag.h>
+#include <lorix/container/filewindow.h>
+#include <lorix/container/inflater.h>
+#include <lorix/container/inflatewhole.h>
+#include <lorix/container/lorixparser.h>
+#include <lorix/container/markerline.h>
+#include <lorix/container/md5generator.h>
+#include <lorix/container/parsemode.h>
 #include <lorix/container/sectiontag.h>
 
 // Checking and extracting in steps.
