@@ -29,8 +29,12 @@
 
 // Summaries of steps and files.
 #include <lorix/summary/filesummary.h>
+#include <lorix/summary/printsummary.h>
 #include <lorix/summary/summary.h>
+#include <lorix/summary/summaryreader.h>
+#include <lorix/summary/textvalues.h>
 #include <lorix/summary/tripple.h>
+#include <lorix/summary/vxmllevel1iter.h>
 #include <lorix/summary/workflowstep.h>
 
 // Trees of steps and their comparison.
