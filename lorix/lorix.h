@@ -42,5 +42,7 @@
 // The query language.
 
 // The invocation of the add tool.
+#include <lorix/argfile/argfileparser.h>
+#include <lorix/argfile/argfiletoken.h>
 
 // Running the external tools.
