@@ -42,7 +42,12 @@
 // The query language.
 
 // The invocation of the add tool.
+#include <lorix/argfile/argfile.h>
 #include <lorix/argfile/argfileparser.h>
+#include <lorix/argfile/argfilereader.h>
 #include <lorix/argfile/argfiletoken.h>
+#include <lorix/argfile/argumentlist.h>
+#include <lorix/argfile/userattributes.h>
+#include <lorix/argfile/wsfile.h>
 
 // Running the external tools.
