@@ -26,15 +26,19 @@
 #include <lorix/container/sectiontag.h>
 
 // Checking and extracting in steps.
+#include <lorix/queues/extractee.h>
+#include <lorix/queues/extractionqueue.h>
+#include <lorix/queues/progresspercent.h>
+#include <lorix/queues/savedfile.h>
+#include <lorix/queues/storedrange.h>
+#include <lorix/queues/validatee.h>
+#include <lorix/queues/validationqueue.h>
+#include <lorix/queues/validator.h>
 
 // Summaries of steps and files.
 #include <lorix/summary/filesummary.h>
-#include <lorix/summary/printsummary.h>
 #include <lorix/summary/summary.h>
-#include <lorix/summary/summaryreader.h>
-#include <lorix/summary/textvalues.h>
 #include <lorix/summary/tripple.h>
-#include <lorix/summary/vxmllevel1iter.h>
 #include <lorix/summary/workflowstep.h>
 
 // Trees of steps and their comparison.
@@ -42,12 +46,5 @@
 // The query language.
 
 // The invocation of the add tool.
-#include <lorix/argfile/argfile.h>
-#include <lorix/argfile/argfileparser.h>
-#include <lorix/argfile/argfilereader.h>
-#include <lorix/argfile/argfiletoken.h>
-#include <lorix/argfile/argumentlist.h>
-#include <lorix/argfile/userattributes.h>
-#include <lorix/argfile/wsfile.h>
 
 // Running the external tools.
