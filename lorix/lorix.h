@@ -37,8 +37,12 @@
 
 // Summaries of steps and files.
 #include <lorix/summary/filesummary.h>
+#include <lorix/summary/printsummary.h>
 #include <lorix/summary/summary.h>
+#include <lorix/summary/summaryreader.h>
+#include <lorix/summary/textvalues.h>
 #include <lorix/summary/tripple.h>
+#include <lorix/summary/vxmllevel1iter.h>
 #include <lorix/summary/workflowstep.h>
 
 // Trees of steps and their comparison.
@@ -46,5 +50,12 @@
 // The query language.
 
 // The invocation of the add tool.
+#include <lorix/argfile/argfile.h>
+#include <lorix/argfile/argfileparser.h>
+#include <lorix/argfile/argfilereader.h>
+#include <lorix/argfile/argfiletoken.h>
+#include <lorix/argfile/argumentlist.h>
+#include <lorix/argfile/userattributes.h>
+#include <lorix/argfile/wsfile.h>
 
 // Running the external tools.

@@ -32,9 +32,9 @@ struct FileSummary
     QString compressedMethod; ///< For example "flate".
     int compressedSize = -1;
     QString compressedMD5;
-    QHash<QString, QString> userAttributes;     ///< Value by key.
-    QHash<QString, QString> userAttributeUnits; ///< Unit by key, where there is one.
-    QStringList userAttributeKeys;              ///< Keys in document order.
+    QHash<QString, QString> userAttributes;            ///< Value by key.
+    QHash<QString, QString> userAttributeUnits;        ///< Unit by key, where there is one.
+    QStringList userAttributeKeys;                     ///< Keys in document order.
     QString filePurpose = QStringLiteral("Undefined"); ///< Or "InFile", "OutFile".
     bool fromTags = true; ///< Made from a marker alone, without an XML summary.
 };

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <apps/lorix/container.h>
+
+#include <apps/lorix/text.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace lorix::cli {
+
+namespace {
+
+struct Reason
+{
+    const char* code;
+    QString message;
+};
+
+Reason whyNotOpened(const Input& input, const LorixParser& parser)
+{
+    const QFileInfo info(input.path);
+    if (!info.exists())
+        return {"input.missing", QStringLiteral("there is no such file")};
+    if (info.isDir())
+        return {"input.folder",
+                QStringLiteral("this is a folder; add -r to look at the files in it")};
+    if (!info.isFile())
+        return {"input.special", QStringLiteral("this is no regular file")};
+    QFile file(input.path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {"input.unreadable", QStringLiteral("cannot be read: %1").arg(file.errorString())};
+    if (info.size() > parser.bounds().fileBytes)
+        return {"input.toolarge",
+                QStringLiteral("is larger than the format allows (%1 bytes, at most %2)")
+                    .arg(info.size())
+                    .arg(parser.bounds().fileBytes)};
+    return {"input.nocontainer",
+            QStringLiteral("carries no history (no header line \"%<--! $LORIX_PDF "
+                           "[version:1.0]\" among its first ten lines)")};
+}
+
+} // namespace
+
+bool openContainer(LorixParser& parser, const Input& input, Answer& answer, bool& skipped)
+{
+    skipped = false;
+    if (parser.open(input.path))
+        return true;
+    const Reason reason = whyNotOpened(input, parser);
+    if (!input.named && qstrcmp(reason.code, "input.nocontainer") == 0)
+        skipped = true;
+    else
+        answer.fail(Unusable, QLatin1String(reason.code), input.path, reason.message);
+    return false;
+}
+
+} // namespace lorix::cli

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <apps/lorix/interrupt.h>
+
+#include <csignal>
+
+namespace lorix::cli {
+
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+extern "C" void noteInterrupt(int signal)
+{
+    interrupted = 1;
+    std::signal(signal, SIG_DFL);
+}
+
+} // namespace
+
+void Interrupt::install()
+{
+    std::signal(SIGINT, noteInterrupt);
+    std::signal(SIGTERM, noteInterrupt);
+#ifdef SIGHUP
+    std::signal(SIGHUP, noteInterrupt);
+#endif
+}
+
+bool Interrupt::requested()
+{
+    return interrupted != 0;
+}
+
+void Interrupt::set(bool requested)
+{
+    interrupted = requested ? 1 : 0;
+}
+
+} // namespace lorix::cli

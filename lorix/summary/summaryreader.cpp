@@ -1,0 +1,248 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <lorix/summary/elementscan.h>
+#include <lorix/summary/summaryreader.h>
+#include <lorix/summary/textvalues.h>
+
+#include <QDebug>
+#include <QLoggingCategory>
+
+namespace lorix {
+
+namespace {
+
+template <typename Record, typename Value>
+struct Field
+{
+    QStringView tag;
+    Value Record::*member;
+};
+
+constexpr Field<Workflowstep, QString> stepTexts[] = {
+    {u"LorixRootFile", &Workflowstep::lorixRootFile},
+    {u"Timestamp", &Workflowstep::timestamp},
+    {u"Title", &Workflowstep::title},
+    {u"Description", &Workflowstep::description},
+    {u"Comment", &Workflowstep::comment},
+    {u"Command", &Workflowstep::command},
+    {u"Tool", &Workflowstep::tool},
+    {u"ToolPath", &Workflowstep::toolPath},
+    {u"Host", &Workflowstep::host},
+    {u"User", &Workflowstep::user},
+    {u"Creator", &Workflowstep::creator},
+    {u"PDFTitle", &Workflowstep::pdfTitle},
+    {u"PDFAuthor", &Workflowstep::pdfAuthor},
+    {u"PDFSubject", &Workflowstep::pdfSubject},
+    {u"PDFKeywords", &Workflowstep::pdfKeywords},
+    {u"PDFProducer", &Workflowstep::pdfProducer},
+    {u"PDFCreator", &Workflowstep::pdfCreator},
+};
+
+constexpr Field<FileSummary, QString> fileTexts[] = {
+    {u"Filename", &FileSummary::filename},
+    {u"Filepath", &FileSummary::filepath},
+    {u"Filetype", &FileSummary::filetype},
+    {u"Description", &FileSummary::description},
+    {u"Comment", &FileSummary::comment},
+    {u"LastModified", &FileSummary::lastModified},
+    {u"UncompressedMD5", &FileSummary::uncompressedMD5},
+    {u"CompressedMethod", &FileSummary::compressedMethod},
+    {u"CompressedMD5", &FileSummary::compressedMD5},
+};
+
+constexpr Field<FileSummary, bool> fileFlags[] = {
+    {u"GenerateMD5", &FileSummary::generateMD5}, {u"Embedded", &FileSummary::embedded},
+    {u"Preview", &FileSummary::preview},         {u"PreviewWS", &FileSummary::previewWS},
+    {u"Thumbnail", &FileSummary::thumbnail},     {u"ThumbnailOnly", &FileSummary::thumbnailOnly},
+};
+
+constexpr Field<FileSummary, int> fileSizes[] = {
+    {u"UncompressedSize", &FileSummary::uncompressedSize},
+    {u"CompressedSize", &FileSummary::compressedSize},
+};
+
+// Calls visit(tag, content) for the first-level elements until it returns false.
+template <typename Visit>
+void forEachElement(QStringView text, Visit visit)
+{
+    qsizetype from = 0;
+    while (const auto element = findElement(text, from)) {
+        const auto& range = *element;
+        if (!visit(text.sliced(range.tagStart, range.tagLength),
+                   text.sliced(range.contentStart, range.contentEnd - range.contentStart)))
+            return;
+        from = range.end;
+    }
+}
+
+// Stores the content in the field named by the tag, if there is one.
+template <typename Record, typename Value, std::size_t count, typename Convert>
+bool assign(Record& record, const Field<Record, Value> (&fields)[count], QStringView tag,
+            QStringView content, Convert convert)
+{
+    for (const auto& field : fields) {
+        if (field.tag == tag) {
+            record.*field.member = convert(content);
+            return true;
+        }
+    }
+    return false;
+}
+
+QString text(QStringView content)
+{
+    return content.toString();
+}
+
+// Numbers need no copy of their digits.
+QString borrowed(QStringView content)
+{
+    return QString::fromRawData(content.data(), content.size());
+}
+
+void reportUnknown(const char* label, QStringView tag, QStringView content)
+{
+    if (QLoggingCategory::defaultCategory()->isDebugEnabled())
+        qDebug() << label << tag.toString() << ":" << content.toString();
+}
+
+SummaryReader::Attribute readAttribute(QStringView content)
+{
+    SummaryReader::Attribute attribute;
+    forEachElement(content, [&](QStringView tag, QStringView data) {
+        if (tag == u"Key")
+            attribute.first = text(data);
+        else if (tag == u"Value")
+            attribute.second = text(data);
+        else if (tag == u"Unit")
+            attribute.third = QSharedPointer<QString>::create(text(data));
+        else
+            reportUnknown("unknown tag (parseAttribute):", tag, data);
+        return true;
+    });
+    return attribute;
+}
+
+SummaryReader::Attributes readUserAttributes(QStringView content)
+{
+    SummaryReader::Attributes attributes;
+    forEachElement(content, [&](QStringView tag, QStringView data) {
+        if (tag == u"Attribute") {
+            const SummaryReader::Attribute attribute = readAttribute(data);
+            attributes.first.insert(attribute.first, attribute.second);
+            attributes.second.append(attribute.first);
+            if (attribute.third)
+                attributes.third.insert(attribute.first, *attribute.third);
+        } else {
+            reportUnknown("unknown tag (parseUserAttributes):", tag, data);
+        }
+        return true;
+    });
+    return attributes;
+}
+
+template <typename Record>
+void setUserAttributes(Record& record, QStringView content)
+{
+    SummaryReader::Attributes attributes = readUserAttributes(content);
+    record.userAttributes = std::move(attributes.first);
+    record.userAttributeKeys = std::move(attributes.second);
+    record.userAttributeUnits = std::move(attributes.third);
+}
+
+FileSummary readFile(QStringView content)
+{
+    const auto flag = [](QStringView data) { return str2bool(borrowed(data)); };
+    const auto size = [](QStringView data) { return str2int(borrowed(data)); };
+    FileSummary file;
+    file.tagId = -1;
+    file.fromTags = false;
+    forEachElement(content, [&](QStringView tag, QStringView data) {
+        if (tag == u"UserAttributes")
+            setUserAttributes(file, data);
+        else if (!assign(file, fileTexts, tag, data, text) &&
+                 !assign(file, fileFlags, tag, data, flag) &&
+                 !assign(file, fileSizes, tag, data, size))
+            reportUnknown("unknown tag (ParseFile):", tag, data);
+        return true;
+    });
+    return file;
+}
+
+Workflowstep readWorkflowstep(QStringView content)
+{
+    Workflowstep step;
+    step.tagId = -1;
+    const auto addFile = [&step](QStringView data, const QString& purpose) {
+        step.files.append(readFile(data));
+        step.files.last().filePurpose = purpose;
+    };
+    forEachElement(content, [&](QStringView tag, QStringView data) {
+        if (tag == u"InFile")
+            addFile(data, QStringLiteral("InFile"));
+        else if (tag == u"OutFile")
+            addFile(data, QStringLiteral("OutFile"));
+        else if (tag == u"UserAttributes")
+            setUserAttributes(step, data);
+        else if (!assign(step, stepTexts, tag, data, text))
+            reportUnknown("unknown tag (parseWorkflowstep):", tag, data);
+        return true;
+    });
+    return step;
+}
+
+Summary readLoxchange(QStringView content)
+{
+    Summary summary;
+    forEachElement(content, [&](QStringView tag, QStringView data) {
+        if (tag == u"Workflowstep")
+            static_cast<Workflowstep&>(summary) = readWorkflowstep(data);
+        else if (tag == u"MD5Signature")
+            summary.md5 = text(data);
+        return true;
+    });
+    summary.fromXml = true;
+    return summary;
+}
+
+} // namespace
+
+SummaryReader::SummaryReader(QObject* parent) : QObject(parent) {}
+
+Summary SummaryReader::readSummary(const QString& xml) const
+{
+    Summary summary;
+    forEachElement(xml, [&](QStringView tag, QStringView data) {
+        if (tag != u"loxchange")
+            return true;
+        summary = readLoxchange(data);
+        return false;
+    });
+    return summary;
+}
+
+Summary SummaryReader::parseSummary(const QString& content) const
+{
+    return readLoxchange(content);
+}
+
+Workflowstep SummaryReader::parseWorkflowstep(const QString& content) const
+{
+    return readWorkflowstep(content);
+}
+
+FileSummary SummaryReader::parseFile(const QString& content) const
+{
+    return readFile(content);
+}
+
+SummaryReader::Attributes SummaryReader::parseUserAttributes(const QString& content) const
+{
+    return readUserAttributes(content);
+}
+
+SummaryReader::Attribute SummaryReader::parseAttribute(const QString& content) const
+{
+    return readAttribute(content);
+}
+
+} // namespace lorix
