@@ -57,8 +57,7 @@ int HelpCommand::run(Console& console, const GlobalOptions& options)
                           .arg(m_topic));
         return Unusable;
     }
-    console.write(
-        QString::fromStdString(topic->help(m_topic.isEmpty() ? "" : "lorix " + topic->get_name())));
+    console.write(QString::fromStdString(topic->help(topic == m_program ? "" : "lorix")));
     return Done;
 }
 
