@@ -27,6 +27,17 @@ struct Bounds
     /// lines would otherwise cost sections times length, in time and memory.
     qint64 chainBytes = 64 * 1024 * 1024;
 
+    /// Bytes of XML summaries that are read for one container, in all. A real
+    /// one has about 1 KiB per file of its step; text and records take some
+    /// eight times as much memory.
+    qint64 summaryBytes = 256 * 1024 * 1024;
+
+    /// Files that are listed for the steps of one container, in all, those from
+    /// its markers and those from its XML summaries each; about 1 KiB of memory
+    /// each. Sections may overlap and share files, so that the number can grow
+    /// with the square of the container's size.
+    int summaryFiles = 1000000;
+
     /// Nested containers below one another in a tree. Each level holds the
     /// levels below it whole, so that real histories stay far below.
     int treeDepth = 64;

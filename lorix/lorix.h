@@ -37,9 +37,12 @@
 
 // Summaries of steps and files.
 #include <lorix/summary/filesummary.h>
+#include <lorix/summary/makesummaries.h>
 #include <lorix/summary/printsummary.h>
 #include <lorix/summary/summary.h>
+#include <lorix/summary/summarycreator.h>
 #include <lorix/summary/summaryreader.h>
+#include <lorix/summary/tagdistance.h>
 #include <lorix/summary/textvalues.h>
 #include <lorix/summary/tripple.h>
 #include <lorix/summary/vxmllevel1iter.h>

@@ -10,6 +10,8 @@ namespace lorix {
 
 namespace {
 
+constexpr int unlimited = std::numeric_limits<int>::max();
+
 template <typename Record, typename Value>
 struct Field
 {
@@ -168,11 +170,13 @@ FileSummary readFile(QStringView content)
     return file;
 }
 
-Workflowstep readWorkflowstep(QStringView content)
+Workflowstep readWorkflowstep(QStringView content, int maxFiles = unlimited)
 {
     Workflowstep step;
     step.tagId = -1;
-    const auto addFile = [&step](QStringView data, const QString& purpose) {
+    const auto addFile = [&](QStringView data, const QString& purpose) {
+        if (step.files.size() >= maxFiles)
+            return;
         step.files.append(readFile(data));
         step.files.last().filePurpose = purpose;
     };
@@ -190,12 +194,12 @@ Workflowstep readWorkflowstep(QStringView content)
     return step;
 }
 
-Summary readLoxchange(QStringView content)
+Summary readLoxchange(QStringView content, int maxFiles = unlimited)
 {
     Summary summary;
     forEachElement(content, [&](QStringView tag, QStringView data) {
         if (tag == u"Workflowstep")
-            static_cast<Workflowstep&>(summary) = readWorkflowstep(data);
+            static_cast<Workflowstep&>(summary) = readWorkflowstep(data, maxFiles);
         else if (tag == u"MD5Signature")
             summary.md5 = text(data);
         return true;
@@ -208,13 +212,13 @@ Summary readLoxchange(QStringView content)
 
 SummaryReader::SummaryReader(QObject* parent) : QObject(parent) {}
 
-Summary SummaryReader::readSummary(const QString& xml) const
+Summary SummaryReader::readSummary(const QString& xml, int maxFiles) const
 {
     Summary summary;
     forEachElement(xml, [&](QStringView tag, QStringView data) {
         if (tag != u"loxchange")
             return true;
-        summary = readLoxchange(data);
+        summary = readLoxchange(data, maxFiles);
         return false;
     });
     return summary;

@@ -11,6 +11,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <limits>
+
 namespace lorix {
 
 /// Reads the XML summary of a step, "ws_summary.xml", into records.
@@ -43,8 +45,9 @@ public:
 
     /// The content of the first "loxchange" element among the first-level
     /// elements of a whole summary text, as parseSummary() reads it; a default
-    /// Summary, with `fromXml` false, where there is none.
-    Summary readSummary(const QString& xml) const;
+    /// Summary, with `fromXml` false, where there is none. Files of a step
+    /// beyond the first `maxFiles` are left out.
+    Summary readSummary(const QString& xml, int maxFiles = std::numeric_limits<int>::max()) const;
 
     /// The step ("Workflowstep") and `md5` ("MD5Signature") of a "loxchange"
     /// element; `fromXml` is true.
