@@ -62,3 +62,6 @@
 #include <lorix/argfile/wsfile.h>
 
 // Running the external tools.
+#include <lorix/runner/lorixaddrunner.h>
+#include <lorix/runner/lorixdelrunner.h>
+#include <lorix/runner/lorixrunner.h>
