@@ -51,6 +51,18 @@
 // Trees of steps and their comparison.
 
 // The query language.
+#include <lorix/query/expressiontreenode.h>
+#include <lorix/query/expressionvalue.h>
+#include <lorix/query/operatortable.h>
+#include <lorix/query/queryerror.h>
+#include <lorix/query/querylexer.h>
+#include <lorix/query/queryoperators.h>
+#include <lorix/query/queryparser.h>
+#include <lorix/query/querysyntax.h>
+#include <lorix/query/querytree.h>
+#include <lorix/query/querytypes.h>
+#include <lorix/query/returnvalue.h>
+#include <lorix/query/wildcardpattern.h>
 
 // The invocation of the add tool.
 #include <lorix/argfile/argfile.h>
