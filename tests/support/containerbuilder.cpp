@@ -291,8 +291,6 @@ QString ContainerBuilder::writeFile(const QString& path, const QByteArray& bytes
 
 void ContainerBuilder::appendFile(const FileSpec& spec, int section)
 {
-    const qint64 offset = spec.lineSuffix.size() + m_lineEnd.size() + spec.gap.size();
-    const qint64 tail = spec.tail.size() + (spec.closingLineEnd ? m_lineEnd.size() : 0);
     Values values;
     values["filetype"] = bracketText(spec.type);
     values["filename"] = bracketText(spec.name);
@@ -301,10 +299,17 @@ void ContainerBuilder::appendFile(const FileSpec& spec, int section)
     values["compression"] = spec.compression;
     values["filesize"] = QByteArray::number(spec.content.size());
     values["cfilesize"] = QByteArray::number(spec.stored.size());
-    values["blocksize"] = QByteArray::number(offset + spec.stored.size() + tail);
-    values["offset"] = QByteArray::number(offset);
     values["md5file"] = md5(spec.content);
     values["md5cfile"] = spec.compression == "none" ? QByteArray() : md5(spec.stored);
+    overwriteWith(values, spec.raw);
+    // Readers find the block by the marker's length in characters, so that the
+    // bytes which these take beyond one each count as part of it.
+    const QByteArray written = fileMarker(values);
+    const qint64 offset = written.size() - QString::fromUtf8(written).size() +
+                          spec.lineSuffix.size() + m_lineEnd.size() + spec.gap.size();
+    const qint64 tail = spec.tail.size() + (spec.closingLineEnd ? m_lineEnd.size() : 0);
+    values["offset"] = QByteArray::number(offset);
+    values["blocksize"] = QByteArray::number(offset + spec.stored.size() + tail);
     overwriteWith(values, spec.raw);
 
     PlacedFile place;

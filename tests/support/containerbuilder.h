@@ -161,7 +161,9 @@ public:
     /// These bytes, with nothing added.
     ContainerBuilder& text(const QByteArray& bytes);
 
-    /// A file outside of any section.
+    /// A file outside of any section. As readers take the length of a marker in
+    /// characters, offset and blocksize also count the bytes beyond one that
+    /// its non-ASCII characters take.
     ContainerBuilder& file(const FileSpec& spec);
 
     /// A section that is chained to the one appended before it, if any.

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void digestOfASectionIsTakenOverZeros();
     void sectionsAreChained();
     void placesPointAtWhatTheyName();
+    void blocksAreCountedInCharactersOfTheMarker();
     void rawFieldsReplaceOnlyThemselves();
     void headerStandsOnTheLineAskedFor();
 };
@@ -131,6 +132,21 @@ void TestContainerBuilder::placesPointAtWhatTheyName()
     QCOMPARE(section.line + 3, section.marker);
     QCOMPARE(bytes.mid(section.marker, 20), QByteArray("%<--! $LORIX_SECTION"));
     QCOMPARE(section.end, bytes.size());
+}
+
+void TestContainerBuilder::blocksAreCountedInCharactersOfTheMarker()
+{
+    // Two bytes, three bytes, and four bytes that are two UTF-16 units.
+    const QString name = QString::fromUtf8("\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80");
+    ContainerBuilder builder;
+    builder.file(FileSpec(name, "0123"));
+    const QByteArray bytes = builder.bytes();
+    const PlacedFile file = builder.files().first();
+    const qint64 characters = QString::fromUtf8(bytes.left(file.block)).size();
+    QCOMPARE(file.block - characters, 5);
+    QVERIFY(bytes.contains("[blocksize:11][offset:6]"));
+    QCOMPARE(bytes.mid(characters + 6, 4), QByteArray("0123"));
+    QCOMPARE(characters + 11, bytes.size());
 }
 
 void TestContainerBuilder::rawFieldsReplaceOnlyThemselves()
