@@ -328,6 +328,7 @@ ReferenceExtraction ReferenceParser::extract(int id, const QString& target) cons
                           .arg(mebibytes(file.filesize), mebibytes(file.cfilesize),
                                QString::number(file.filesize), QString::number(file.cfilesize)));
     ReferenceInflater inflater;
+    result.inflated = flate;
     const qint64 start = file.position + file.taglen + file.offset;
     for (qint64 done = 0; done < file.cfilesize;) {
         const qint64 count = qMin<qint64>(4194304, file.cfilesize - done);

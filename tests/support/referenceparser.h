@@ -50,6 +50,7 @@ struct ReferenceExtraction
 {
     bool succeeded = false;
     bool targetCreated = false;
+    bool inflated = false; ///< Whether an inflater was made, which leaves a debugging line.
     QByteArray target;
     QStringList log; ///< Without the last line's time: "[writeFileToDisk] total: ".
 };
