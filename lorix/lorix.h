@@ -49,6 +49,21 @@
 #include <lorix/summary/workflowstep.h>
 
 // Trees of steps and their comparison.
+#include <lorix/tree/costmatrix.h>
+#include <lorix/tree/dijkstra.h>
+#include <lorix/tree/lorixdiff.h>
+#include <lorix/tree/lorixdiffresult.h>
+#include <lorix/tree/lorixfilemanager.h>
+#include <lorix/tree/path.h>
+#include <lorix/tree/pathexpander.h>
+#include <lorix/tree/priorityqueue.h>
+#include <lorix/tree/searchlimits.h>
+#include <lorix/tree/templorixfile.h>
+#include <lorix/tree/temporaryfolder.h>
+#include <lorix/tree/treeids.h>
+#include <lorix/tree/workflowstepcosts.h>
+#include <lorix/tree/workflowtree.h>
+#include <lorix/tree/workflowtreenode.h>
 
 // The query language.
 #include <lorix/query/expressiontreenode.h>
