@@ -19,7 +19,8 @@ _TOKENS = re.compile(r"""
     | (?P<single>'[^']*')
     | (?P<double>"(?:[^"\\]|\\[\s\S])*")
     """, re.VERBOSE)
-_VARIABLE = re.compile(r"(\\*)\$(?:([A-Za-z0-9]+)|\{([A-Za-z0-9]+)\})")
+# The run of backslashes is taken from its start only, which keeps the search linear.
+_VARIABLE = re.compile(r"(?<!\\)(\\*)\$(?:([A-Za-z0-9]+)|\{([A-Za-z0-9]+)\})")
 
 
 def _unescape(text):

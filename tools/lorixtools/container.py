@@ -173,9 +173,12 @@ def _next_file_line(file, start, size):
     needle = b"\n" + marker.FILE_PREFIX
     position = start
     overlap = b"\n"
+    # In a container the next marker mostly follows at once.
+    length = 4096
     file.seek(start)
     while position < size:
-        data = file.read(CHUNK)
+        data = file.read(length)
+        length = min(2 * length, CHUNK)
         if not data:
             break
         window = overlap + data

@@ -39,7 +39,8 @@ class Cut:
         if not 0 <= self.begin <= self.section.start < self.end <= self.size:
             raise ToolError("%s: the newest step's marker names bytes that are not there; "
                             "it cannot be removed" % self.name)
-        if len(self.sections) > 1 and self.sections[1].start >= self.begin:
+        if len(self.sections) > 1 and max(
+                self.sections[1].start, container.section_end(self.sections[1]) - 1) >= self.begin:
             raise ToolError("%s: the newest step's bytes would take the step before along; "
                             "it cannot be removed" % self.name)
         doubts = []

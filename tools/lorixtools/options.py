@@ -155,7 +155,7 @@ class Reader:
         while index < len(arguments):
             option = arguments[index]
             if option not in _COUNTS:
-                raise ToolError("%s: unknown option: %s" % (source.name, option))
+                raise ToolError("%s: unknown option found: %s" % (source.name, option))
             count = _COUNTS[option]
             parameters = arguments[index + 1:index + 1 + count]
             if len(parameters) < count:

@@ -4,17 +4,19 @@ and how to make a document of plain text."""
 
 import re
 
-from . import container
+from . import container, marker
 
-# Readers look for these in the first and the last 1024 bytes.
+# Readers look for a document's beginning and end in the first and last 1024
+# bytes; the header line may have moved the beginning.
 EDGE = 1024
+HEADER_EDGE = EDGE + len(marker.HEADER_LINE) + 2
 
 _STARTXREF = re.compile(rb"startxref[\x00\t\n\f\r ]+([0-9]{1,10})[\x00\t\n\f\r ]+%%EOF")
 
 
 def header_offset(file):
     """Offset of "%PDF-", from which a document counts, or -1: no PDF."""
-    return container.read_at(file, 0, EDGE).find(b"%PDF-")
+    return container.read_at(file, 0, HEADER_EDGE).find(b"%PDF-")
 
 
 def startxref(file, sections):

@@ -131,8 +131,13 @@ class Replacement:
         """Puts the new content in the old one's place."""
         if fcntl is None:
             self.file.close()
-        os.replace(self._part, self.target)
+        # Once renamed, a part of that name belongs to somebody else.
         self._done = True
+        try:
+            os.replace(self._part, self.target)
+        except OSError:
+            self._done = False
+            raise
         self.file.close()
         sync_folder(os.path.dirname(self.target))
 

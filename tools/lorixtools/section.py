@@ -79,19 +79,22 @@ class SectionWriter:
         values = dict(texts, filesize=filesize, md5file=md5file, cfilesize=cfilesize,
                       md5cfile=md5cfile, offset="", blocksize="")
         bare = marker.compose(marker.FILE_PREFIX, marker.FILE_FIELDS, values)
-        eol = len(self._eol)
-        fitting = []
+        characters, size, eol = marker.units(bare), len(bare.encode()), len(self._eol)
+        best = None
         for digits in itertools.product(range(1, 11), repeat=2):
-            length = marker.units(bare) + sum(digits)
-            line = len(bare.encode()) + sum(digits) + eol
+            length = characters + sum(digits)
+            line = size + sum(digits) + eol
             offset = (line if room is None else room) - length
             padding = (length if room is None else self._padding) + eol
             numbers = (offset, offset + stored + padding)
-            zeros = sum(width - len(str(value)) for value, width in zip(numbers, digits))
-            if all(len(str(value)) <= width for value, width in zip(numbers, digits)) \
-                    and (room is None or line <= room):
-                fitting.append((zeros, digits, numbers, padding - eol))
-        _, digits, numbers, self._padding = min(fitting)
+            spare = [width - len(str(value)) for value, width in zip(numbers, digits)]
+            if min(spare) < 0 or (room is not None and line > room):
+                continue
+            if best is None or sum(spare) < best[0]:
+                best = (sum(spare), digits, numbers, padding - eol)
+            if best[0] == 0:
+                break
+        _, digits, numbers, self._padding = best
         values["offset"], values["blocksize"] = (
             str(value).zfill(width) for value, width in zip(numbers, digits))
         return marker.compose(marker.FILE_PREFIX, marker.FILE_FIELDS, values)

@@ -8,10 +8,15 @@ written in the form that they have in the marker line (backslash escapes).
 """
 
 import hashlib
+import re
 
 from .marker import carried, escape
 
 NAME = "ws_summary.xml"
+
+# What readers would take for the end or the beginning of something else.
+_MISLEADING = re.compile("]]>|</?(?:loxchange|Workflowstep|InFile|OutFile|Filename|Filetype|"
+                         "Description|Comment)>")
 
 _ENTITIES = (("&", "&amp;"), ("<", "&lt;"), (">", "&gt;"), ('"', "&quot;"), ("'", "&apos;"))
 
@@ -32,7 +37,7 @@ def _shared(name, text):
     plain = element(name, stored)
     if encode(stored) == stored:
         return plain
-    if "<" in stored or "]]>" in stored:
+    if _MISLEADING.search(stored):
         return plain
     # With entities the text would not equal the marker's. Readers of this
     # format skip from "<!" to the next "-->" and let a later element replace an
