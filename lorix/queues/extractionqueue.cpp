@@ -4,7 +4,9 @@
 #include <lorix/container/lorixparser.h>
 #include <lorix/queues/progresspercent.h>
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace lorix {
 
@@ -43,12 +45,15 @@ void ExtractionQueue::addExtractees(const QHash<int, QString>& targets)
 {
     if (!m_parser)
         return;
-    const QList<FileTag> files = m_parser->getFiles();
-    for (const FileTag& file : files) {
-        const auto target = targets.constFind(file.id);
-        if (file.id == -1 || target == targets.constEnd())
+    // A tree asks for one file of many, time and again: the targets are looked
+    // up, not the files gone through.
+    QList<int> ids = targets.keys();
+    std::sort(ids.begin(), ids.end());
+    for (const int id : std::as_const(ids)) {
+        const QSharedPointer<FileTag> file = m_parser->getFile(id);
+        if (!file || file->id == -1)
             continue;
-        m_extractees.append(Extractee::fromFile(file, *target));
+        m_extractees.append(Extractee::fromFile(*file, targets.value(id)));
         m_totalBytes += m_extractees.constLast().size;
     }
 }

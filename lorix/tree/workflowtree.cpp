@@ -2,6 +2,7 @@
 #include <lorix/tree/workflowtree.h>
 
 #include <lorix/container/lorixparser.h>
+#include <lorix/tree/temporaryfolder.h>
 
 #include <QSet>
 
@@ -18,7 +19,9 @@ WorkflowTree::~WorkflowTree() = default;
 
 WorkflowTree::WorkflowTree(const WorkflowTree& other)
     : LogSource(nullptr), m_nextNodeId(other.m_nextNodeId), m_nodes(other.m_nodes),
-      m_children(other.m_children), m_order(other.m_order), m_fileManager(other.m_fileManager)
+      m_children(other.m_children), m_order(other.m_order), m_folder(other.m_folder),
+      m_fileManager(other.m_fileManager), m_bounds(other.m_bounds), m_cancel(other.m_cancel),
+      m_extractedBytes(other.m_extractedBytes), m_skipped(other.m_skipped)
 {
     m_fileManager.publishToLogSignal(this);
 }
@@ -30,6 +33,11 @@ WorkflowTree& WorkflowTree::operator=(const WorkflowTree& other)
     m_children = other.m_children;
     m_order = other.m_order;
     m_fileManager = other.m_fileManager;
+    m_folder = other.m_folder;
+    m_bounds = other.m_bounds;
+    m_cancel = other.m_cancel;
+    m_extractedBytes = other.m_extractedBytes;
+    m_skipped = other.m_skipped;
     return *this;
 }
 
@@ -146,6 +154,9 @@ void WorkflowTree::clear()
     m_children.clear();
     m_order.clear();
     m_fileManager.clear();
+    m_folder.reset();
+    m_extractedBytes = 0;
+    m_skipped.clear();
 }
 
 } // namespace lorix

@@ -15,10 +15,29 @@
 #include <QSharedPointer>
 #include <QString>
 
+#include <functional>
+
 namespace lorix {
 
 class LorixParser;
 class TemporaryFolder;
+
+/// A nested container that has no nodes in a tree, or not all of them.
+struct SkippedContainer
+{
+    enum Reason {
+        Unreadable = 0,     ///< It cannot be extracted, or is no container.
+        ContainsItself = 1, ///< It has the same content as one around it.
+        TooDeep = 2,        ///< It lies beyond the bound `treeDepth`.
+        TooManyBytes = 3,   ///< Extracting it went beyond `treeExtractedBytes`.
+        TooManyNodes = 4,   ///< The tree had `treeNodes` nodes already.
+    };
+
+    int nodeId = INVALID_NODE; ///< The step that embeds it; INVALID_NODE for the outermost.
+    int fileId = -1;           ///< Its number in the container around it (FileTag::id).
+    QString filename;          ///< Its name there.
+    Reason reason = Unreadable;
+};
 
 /// The steps of a container and of all containers nested in it, as one tree.
 ///
@@ -45,6 +64,44 @@ public:
     ~WorkflowTree() override;
     WorkflowTree(const WorkflowTree& other);
     WorkflowTree& operator=(const WorkflowTree& other);
+
+    /// Reads the container at `path` and all containers nested in it, in place
+    /// of what the tree held. False, with an empty tree, when it cannot be
+    /// opened.
+    bool treeFromLorixFile(const QString& path);
+
+    /// The same with a parser that has opened `path` already.
+    void treeFromLorixFile(const QSharedPointer<LorixParser>& parser, const QString& path);
+
+    /// Adds the steps of an open container, and of all nested in it, below
+    /// `parentId`: from the newest section on, after the files outside of all
+    /// sections if there are such. A nested container is an embedded file whose
+    /// name ends in ".lorix"; one that cannot be read adds nothing.
+    ///
+    /// `lorixfile` and `fileOnDisk` are what the nodes answer under these names.
+    /// The parser is not registered under `fileOnDisk`.
+    void fillTree(const QSharedPointer<LorixParser>& parser, int parentId, const QString& lorixfile,
+                  const QString& fileOnDisk);
+
+    /// Extracts an embedded file into the tree's temporary folder and returns
+    /// the path; empty when no file could be made there. A path says nothing
+    /// about the content: the file may be empty or cut short.
+    QString extractFile(const QSharedPointer<LorixParser>& parser, int tagIndex);
+
+    /// Bounds for what is read from now on: `treeDepth`, `treeNodes` and
+    /// `treeExtractedBytes`, and those of the parser. What lies beyond is left
+    /// out, and a warning says so once.
+    void setBounds(const Bounds& bounds);
+    /// The bounds in force.
+    const Bounds& bounds() const { return m_bounds; }
+
+    /// Lets `cancel` be asked now and then while containers are read; once it
+    /// answers true, the tree stays as far as it is.
+    void setCancel(const std::function<bool()>& cancel) { m_cancel = cancel; }
+
+    /// The nested containers that are not, or not wholly, in the tree, in the
+    /// order in which they were met.
+    const QList<SkippedContainer>& skippedContainers() const { return m_skipped; }
 
     /// Adds a node with the next free number below `parentId` and returns the
     /// number. The parent need not be in the tree.
@@ -96,11 +153,27 @@ public:
     void clear();
 
 private:
+    struct Level; // a container whose steps are being added
+
+    bool stopped(const Level& level);
+    void addStep(Level& level);
+    void nest(QList<Level>& levels, const FileSummary& file);
+    bool containsItself(QList<Level>& levels, Level& nested) const;
+    QString makeTemporaryFile();
+    bool extractWithinBounds(const QSharedPointer<LorixParser>& parser, int tagIndex,
+                             const QString& path);
+    void skip(int nodeId, const FileSummary& file, SkippedContainer::Reason reason);
+
     int m_nextNodeId = 0;
-    QHash<int, WorkflowTreeNode> m_nodes; // by node id
-    QHash<int, QList<int>> m_children;    // by parent id
-    QList<int> m_order;                   // node ids in the order of their first appearance
+    QHash<int, WorkflowTreeNode> m_nodes;     // by node id
+    QHash<int, QList<int>> m_children;        // by parent id
+    QList<int> m_order;                       // node ids in the order of their first appearance
+    QSharedPointer<TemporaryFolder> m_folder; // goes after the files of m_fileManager
     LorixFileManager m_fileManager;
+    Bounds m_bounds;
+    std::function<bool()> m_cancel;
+    qint64 m_extractedBytes = 0;
+    QList<SkippedContainer> m_skipped;
 };
 
 } // namespace lorix
