@@ -51,6 +51,11 @@ struct Bounds
     /// Clauses of one query's normal form, which can grow exponentially with
     /// the query; about 200 bytes of memory each.
     int queryClauses = 100000;
+
+    /// Largest argument file that the command line tool reads, in bytes. A
+    /// million words have some ten megabytes; reading takes about thirty times
+    /// a text's size in memory.
+    qint64 argfileBytes = 32 * 1024 * 1024;
 };
 
 } // namespace lorix

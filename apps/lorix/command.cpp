@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/lorix/command.h>
 
+#include <apps/lorix/commands/addcommand.h>
+#include <apps/lorix/commands/argscommand.h>
 #include <apps/lorix/commands/catcommand.h>
+#include <apps/lorix/commands/delcommand.h>
 #include <apps/lorix/commands/filescommand.h>
 #include <apps/lorix/commands/helpcommand.h>
 #include <apps/lorix/commands/infocommand.h>
@@ -21,6 +24,9 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<SectionsCommand>());
     commands.push_back(std::make_unique<FilesCommand>());
     commands.push_back(std::make_unique<CatCommand>());
+    commands.push_back(std::make_unique<AddCommand>());
+    commands.push_back(std::make_unique<DelCommand>());
+    commands.push_back(std::make_unique<ArgsCommand>());
     commands.push_back(std::make_unique<SchemaCommand>());
     commands.push_back(std::make_unique<HelpCommand>());
     return commands;

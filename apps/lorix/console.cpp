@@ -83,9 +83,19 @@ bool Console::showsProgress() const
 
 bool Console::colored() const
 {
+    return colorsFit(m_out);
+}
+
+bool Console::messagesColored() const
+{
+    return colorsFit(m_err);
+}
+
+bool Console::colorsFit(std::FILE* stream) const
+{
     if (m_color != Color::Auto)
         return m_color == Color::Always;
-    return isatty(fileno(m_out)) != 0 && qEnvironmentVariableIsEmpty("NO_COLOR") &&
+    return isatty(fileno(stream)) != 0 && qEnvironmentVariableIsEmpty("NO_COLOR") &&
            qgetenv("TERM") != "dumb";
 }
 

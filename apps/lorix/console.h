@@ -48,9 +48,12 @@ public:
     /// Whether the answer may hold colours: asked for, or standard output is a
     /// terminal that is not "dumb", NO_COLOR is unset and nobody forbade it.
     bool colored() const;
+    /// The same for messages, which go to standard error.
+    bool messagesColored() const;
 
 private:
     void message(const QString& text);
+    bool colorsFit(std::FILE* stream) const;
 
     std::FILE* m_out;
     std::FILE* m_err;

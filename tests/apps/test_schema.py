@@ -8,6 +8,7 @@ schema knows and no call covers fails the test.
 
 import json
 import os
+import shutil
 import subprocess
 import tempfile
 import unittest
@@ -18,7 +19,7 @@ import jsonschema
 PROGRAM = os.environ["LORIX_PROGRAM"]
 TOOLS = Path(os.environ["LORIX_TOOLS"])
 
-# The arguments of each command; {file} stands for the input.
+# The arguments of each command; {file} stands for the input, {copy} for a copy of it.
 CALLS = {
     "info": [["info", "{file}"]],
     "sections": [["sections", "{file}"]],
@@ -31,7 +32,9 @@ CALLS = {
              ["find", "a:nonsense", "{file}"]],
     "tree": [["tree", "{file}"]],
     "diff": [["diff", "{file}", "{good}"]],
-    "args": [["args", "{argfile}"]],
+    "args": [["args", "{argfile}"], ["args", "{file}"]],
+    "add": [["add", "--", "-A", "{out}/new.lorix", "-i", "{file}"], ["add", "--", "--bogus"]],
+    "del": [["del", "{copy}"], ["del", "{copy}", "{copy}"]],
 }
 
 
@@ -81,8 +84,11 @@ class SchemaTest(unittest.TestCase):
 
     def check(self, call, command, path):
         with tempfile.TemporaryDirectory() as out:
-            values = {"file": str(path), "out": out, "good": str(self.top / "good.lorix"),
-                      "argfile": str(self.top / "step.args")}
+            copy = Path(out) / path.name
+            if path.exists():
+                shutil.copy(path, copy)
+            values = {"file": str(path), "copy": str(copy), "out": out,
+                      "good": str(self.top / "good.lorix"), "argfile": str(self.top / "step.args")}
             result = run(["--json", *(part.format(**values) for part in call)])
         self.assertIn(result.returncode, (0, 1, 2), result.stderr)
         lines = result.stdout.decode().splitlines()
