@@ -57,6 +57,7 @@
 #include <lorix/tree/path.h>
 #include <lorix/tree/pathexpander.h>
 #include <lorix/tree/priorityqueue.h>
+#include <lorix/tree/quickmatch.h>
 #include <lorix/tree/searchlimits.h>
 #include <lorix/tree/templorixfile.h>
 #include <lorix/tree/temporaryfolder.h>

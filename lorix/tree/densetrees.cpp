@@ -143,8 +143,7 @@ DenseState::DenseState(const DenseTrees& problem)
 
 void DenseState::associate(int u, int v)
 {
-    const int parent = trees.parents1[size_t(u)];
-    parentLater[size_t(u)] = parent >= 0 && partners1[size_t(parent)] == DenseTrees::none;
+    parentLater[size_t(u)] = parentCostsLater(u);
     partners1[size_t(u)] = v;
     if (v >= 0)
         partners2[size_t(v)] = u;
@@ -186,35 +185,61 @@ float DenseState::costForAssociation(int u, int v) const
     return wrongParent(expectedParent(u), v) ? stepCosts + trees.wrongParent : stepCosts;
 }
 
+bool DenseState::parentCostsLater(int u) const
+{
+    const int parent = trees.parents1[size_t(u)];
+    return parent >= 0 && partners1[size_t(parent)] == DenseTrees::none;
+}
+
+int DenseState::ancestorsPartner(int u) const
+{
+    int ancestor = trees.parents1[size_t(u)];
+    while (ancestor >= 0 && partners1[size_t(ancestor)] == DenseTrees::none)
+        ancestor = trees.parents1[size_t(ancestor)];
+    if (ancestor >= 0)
+        return partners1[size_t(ancestor)];
+    return ancestor == DenseTrees::root ? DenseTrees::root : DenseTrees::absent;
+}
+
+bool DenseState::parentChanged(int u, int partner) const
+{
+    const int partnersParent = partner >= 0 ? trees.parents2[size_t(partner)] : DenseTrees::absent;
+    return ancestorsPartner(u) != partnersParent;
+}
+
 float DenseState::missingParentCosts() const
 {
-    // The nearest ancestor with a partner, or what the tree ends in.
-    std::vector<int> ancestors;
+    // The same as ancestorsPartner(), for all nodes in one pass where it is
+    // needed at all: in long chains without partners the walks would add up.
+    std::vector<int> ancestorsPartners;
     float sum = 0.0F;
     for (const auto& [flag, node] : trees.flagAndNode) {
         if (!parentLater[size_t(flag)])
             continue;
-        if (ancestors.empty()) {
-            ancestors.resize(trees.parents1.size());
-            for (size_t i = 0; i < ancestors.size(); ++i) {
-                const int parent = trees.parents1[i];
-                const bool skip = parent >= 0 && partners1[size_t(parent)] == DenseTrees::none;
-                ancestors[i] = skip ? ancestors[size_t(parent)] : parent;
-            }
-        }
-        const int ancestor = ancestors[size_t(node)];
-        int ancestorsPartner = DenseTrees::absent;
-        if (ancestor >= 0)
-            ancestorsPartner = partners1[size_t(ancestor)];
-        else if (ancestor == DenseTrees::root)
-            ancestorsPartner = DenseTrees::root;
+        if (ancestorsPartners.empty())
+            ancestorsPartners = allAncestorsPartners();
         const int partner = partners1[size_t(node)];
         const int partnersParent =
             partner >= 0 ? trees.parents2[size_t(partner)] : DenseTrees::absent;
-        if (ancestorsPartner != partnersParent)
+        if (ancestorsPartners[size_t(node)] != partnersParent)
             sum += trees.wrongParent;
     }
     return sum;
+}
+
+std::vector<int> DenseState::allAncestorsPartners() const
+{
+    std::vector<int> result(trees.parents1.size());
+    for (size_t u = 0; u < result.size(); ++u) {
+        const int parent = trees.parents1[u];
+        if (parent < 0)
+            result[u] = parent == DenseTrees::root ? DenseTrees::root : DenseTrees::absent;
+        else if (partners1[size_t(parent)] == DenseTrees::none)
+            result[u] = result[size_t(parent)];
+        else
+            result[u] = partners1[size_t(parent)];
+    }
+    return result;
 }
 
 } // namespace lorix

@@ -73,8 +73,22 @@ struct DenseState
     /// Whether the penalty applies to `v` under the answer of expectedParent().
     bool wrongParent(int expected, int v) const;
 
+    /// Whether the penalty of `u` is left open when it is associated now.
+    bool parentCostsLater(int u) const;
+
+    /// The partner of u's nearest ancestor that is not without one; `root`
+    /// above a top node, `absent` above any other.
+    int ancestorsPartner(int u) const;
+
+    /// What PathExpander::parentChanged() answers for `u` with this partner,
+    /// once all its ancestors are associated.
+    bool parentChanged(int u, int partner) const;
+
     /// The penalties left open until every node of tree 1 was associated.
     float missingParentCosts() const;
+
+private:
+    std::vector<int> allAncestorsPartners() const;
 };
 
 } // namespace lorix

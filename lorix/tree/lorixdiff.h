@@ -4,6 +4,7 @@
 #include <lorix/export.h>
 #include <lorix/runner/logsource.h>
 #include <lorix/tree/lorixdiffresult.h>
+#include <lorix/tree/quickmatch.h>
 #include <lorix/tree/searchlimits.h>
 #include <lorix/tree/workflowtree.h>
 
@@ -22,8 +23,8 @@ class WorkflowstepCosts;
 ///     if (const QSharedPointer<LorixDiffResult> best = diff.findBestMatch())
 ///         show(best->association(node, 1));
 ///
-/// The search is exact and takes time that grows exponentially with the
-/// number of differences.
+/// That search is exact, and takes time that grows exponentially with the
+/// number of differences. findQuickMatch() answers for histories of any size.
 class LORIX_EXPORT LorixDiff : public LogSource
 {
     Q_OBJECT
@@ -50,6 +51,12 @@ public:
     /// was found.
     QSharedPointer<LorixDiffResult> findBestMatch(const SearchLimits& limits = SearchLimits(),
                                                   SearchOutcome* outcome = nullptr) const;
+
+    /// A cheap association in a time that grows with the third power of the
+    /// number of steps at most, whatever the differences. It is often the
+    /// cheapest, and never claims to be without being it. The same trees give
+    /// the same association every time.
+    QuickMatch findQuickMatch() const;
 
     /// What a complete path says, as a value of its own.
     LorixDiffResult convertPath(const Path& path) const;
