@@ -4,6 +4,7 @@
 #include <lorix/runner/version.h>
 
 #include <QFile>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <map>
@@ -116,6 +117,8 @@ int Application::runChosen()
 {
     shownDebugLevel = m_options.verbose;
     qInstallMessageHandler(showLibraryMessage);
+    // The dumps are long; where nobody sees them none is composed.
+    QLoggingCategory::defaultCategory()->setEnabled(QtDebugMsg, m_options.verbose >= 2);
     m_console.setQuiet(m_options.quiet);
     for (const auto& command : m_commands) {
         if (m_app.got_subcommand(command->name().toStdString()))

@@ -10,6 +10,7 @@
 #include <apps/lorix/commands/infocommand.h>
 #include <apps/lorix/commands/schemacommand.h>
 #include <apps/lorix/commands/sectionscommand.h>
+#include <apps/lorix/commands/summarycommand.h>
 
 #include <QFile>
 
@@ -24,6 +25,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<SectionsCommand>());
     commands.push_back(std::make_unique<FilesCommand>());
     commands.push_back(std::make_unique<CatCommand>());
+    commands.push_back(std::make_unique<SummaryCommand>());
     commands.push_back(std::make_unique<AddCommand>());
     commands.push_back(std::make_unique<DelCommand>());
     commands.push_back(std::make_unique<ArgsCommand>());

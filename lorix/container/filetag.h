@@ -40,3 +40,5 @@ LORIX_EXPORT void printFileTag(const FileTag& tag);
 LORIX_EXPORT QString makeFileHash(const FileTag& tag, int n);
 
 } // namespace lorix
+
+Q_DECLARE_TYPEINFO(lorix::FileTag, Q_RELOCATABLE_TYPE);

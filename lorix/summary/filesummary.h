@@ -48,3 +48,5 @@ LORIX_EXPORT FileSummary makeFileSummaryFromFileTag(const FileTag& tag);
 LORIX_EXPORT QString makeFileHash(const FileSummary& file, int n);
 
 } // namespace lorix
+
+Q_DECLARE_TYPEINFO(lorix::FileSummary, Q_RELOCATABLE_TYPE);

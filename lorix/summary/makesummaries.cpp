@@ -48,10 +48,12 @@ public:
         if (size > m_bytes)
             return false;
         m_bytes -= size;
-        const QSharedPointer<QByteArray> content = m_parser.getFileContent(tag.id);
+        QSharedPointer<QByteArray> content = m_parser.getFileContent(tag.id);
         if (!content)
             return false;
-        summary = SummaryReader().readSummary(QString::fromUtf8(*content), m_files);
+        const QString text = QString::fromUtf8(*content);
+        content.reset(); // before the records come to stand beside the text
+        summary = SummaryReader().readSummary(text, m_files);
         m_files -= static_cast<int>(summary.files.size());
         return true;
     }

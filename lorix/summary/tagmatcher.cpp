@@ -26,13 +26,12 @@ auto content(const QString& key, const QString& filename, const QString& md5, in
 
 TagMatcher::TagMatcher(const TagHash& hash)
 {
-    // The candidates point to the entries, which therefore must not move.
     m_entries.reserve(static_cast<std::size_t>(hash.size()));
     for (auto it = hash.cbegin(); it != hash.cend(); ++it) {
         const int number = static_cast<int>(m_entries.size());
-        m_entries.push_back({it.key(), it->first, it->second, false});
-        const FileTag& tag = m_entries.back().tag;
+        m_entries.push_back({&it.key(), &*it, false});
         m_bySection[it->second].push_back(number);
+        const FileTag& tag = it->first;
         const auto what = content(it.key(), tag.filename, tag.md5file, tag.filesize);
         auto known = m_contentNumbers.constFind(what);
         if (known == m_contentNumbers.cend()) {
@@ -51,25 +50,30 @@ int TagMatcher::take(const QString& key, const FileSummary& file)
     if (number < 0)
         return -1;
     m_entries[number].taken = true;
-    return m_entries[number].tag.id;
+    return m_entries[number].value->first.id;
 }
 
 QList<FileTag> TagMatcher::remaining(int section) const
 {
     std::vector<const Entry*> entries;
-    for (const int number : m_bySection.value(section)) {
-        if (!m_entries[number].taken)
-            entries.push_back(&m_entries[number]);
+    const auto numbers = m_bySection.constFind(section);
+    if (numbers != m_bySection.cend()) {
+        for (const int number : *numbers) {
+            if (!m_entries[number].taken)
+                entries.push_back(&m_entries[number]);
+        }
     }
     // The hash has no order of its own but among equal keys.
     std::stable_sort(entries.begin(), entries.end(), [](const Entry* a, const Entry* b) {
-        return std::tie(a->tag.id, a->tag.position, a->key) <
-               std::tie(b->tag.id, b->tag.position, b->key);
+        const FileTag& first = a->value->first;
+        const FileTag& second = b->value->first;
+        return std::tie(first.id, first.position, *a->key) <
+               std::tie(second.id, second.position, *b->key);
     });
     QList<FileTag> tags;
     tags.reserve(static_cast<qsizetype>(entries.size()));
     for (const Entry* entry : entries)
-        tags.append(entry->tag);
+        tags.append(entry->value->first);
     return tags;
 }
 
@@ -79,7 +83,7 @@ TagHash TagMatcher::hash() const
     TagHash result;
     for (auto entry = m_entries.crbegin(); entry != m_entries.crend(); ++entry) {
         if (!entry->taken)
-            result.insert(entry->key, qMakePair(entry->tag, entry->section));
+            result.insert(*entry->key, *entry->value);
     }
     return result;
 }

@@ -18,6 +18,7 @@ namespace lorix {
 class TagMatcher
 {
 public:
+    /// Refers to the hash, which must not change meanwhile.
     explicit TagMatcher(const TagHash& hash);
     TagMatcher(const TagMatcher&) = delete;
     TagMatcher& operator=(const TagMatcher&) = delete;
@@ -36,9 +37,8 @@ public:
 private:
     struct Entry
     {
-        QString key;
-        FileTag tag;
-        int section;
+        const QString* key;
+        const QPair<FileTag, int>* value; // the file and its section
         bool taken;
     };
 
