@@ -37,7 +37,7 @@ void Inflater::reset()
     init();
 }
 
-QByteArray Inflater::inflateData(QByteArray input)
+QByteArray Inflater::inflateData(const QByteArray& input)
 {
     QByteArray output;
     const auto append = [&output](const char* bytes, qsizetype count) {

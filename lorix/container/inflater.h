@@ -33,7 +33,7 @@ public:
     /// Feeds `input` and returns what it inflates to. Input behind the end of
     /// the stream is ignored. On damage the result is empty, whatever this call
     /// had inflated before, and the inflater is invalid until reset().
-    QByteArray inflateData(QByteArray input);
+    QByteArray inflateData(const QByteArray& input);
 
     /// The same, for output that may not fit in memory: hands out the pieces as
     /// they come. False on damage; what this call had handed out by then counts
