@@ -62,6 +62,7 @@ void TestListCommands::infoCountsWhatThereIs()
     QCOMPARE(people.exitCode, 0);
     QVERIFY(people.out.contains("2 steps, 4 embedded files"));
     QVERIFY(people.out.contains("1 file that belongs to no step"));
+    QVERIFY(people.out.contains("   1                   first [draft]\\nline\n"));
     const QJsonObject info = runCli({QStringLiteral("info"), QStringLiteral("--json"), m_path})
                                  .objects()
                                  .at(0)["info"]
@@ -70,6 +71,8 @@ void TestListCommands::infoCountsWhatThereIs()
     QCOMPARE(info["files"].toInt(), 4);
     QCOMPARE(info["nested"].toInt(), 1);
     QCOMPARE(info["sectionless"].toInt(), 1);
+    QCOMPARE(info["steps"].toArray().at(0).toObject()["title"].toString(),
+             QStringLiteral("second"));
     QCOMPARE(info["size"].toInt(), m_builder->bytes().size());
 }
 

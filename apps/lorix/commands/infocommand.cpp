@@ -2,12 +2,17 @@
 #include <apps/lorix/commands/infocommand.h>
 
 #include <apps/lorix/container.h>
+#include <apps/lorix/table.h>
+
+#include <lorix/summary/summarycreator.h>
 
 #include <algorithm>
 
 namespace lorix::cli {
 
 namespace {
+
+constexpr qsizetype glanceSteps = 10;
 
 struct Overview
 {
@@ -38,8 +43,53 @@ QString share(qint64 part, qint64 whole)
     return QString::number(percent, 'f', 1) + QStringLiteral(" %");
 }
 
-QString describe(const LorixParser& parser, const Overview& overview, const QString& path,
-                 const Paint& paint)
+// The steps of the sections alone, newest first.
+QList<Summary> stepsOf(LorixParser& parser)
+{
+    QList<Summary> steps = SummaryCreator().createSummaries(parser);
+    steps.resize(parser.getNumSections());
+    std::reverse(steps.begin(), steps.end());
+    return steps;
+}
+
+QString decoded(const QString& text, const Summary& step)
+{
+    return step.fromXml ? decodedEntities(text) : decodedField(text);
+}
+
+QString whoOf(const Summary& step)
+{
+    const QString user = decoded(step.user, step);
+    const QString host = decoded(step.host, step);
+    return user.isEmpty() || host.isEmpty() ? user + host : user + QLatin1Char('@') + host;
+}
+
+// The newest steps, as many as are read at a glance.
+QString stepTable(const QList<Summary>& steps, const Paint& paint)
+{
+    Table table;
+    table.addColumn(QStringLiteral("step"), Table::Right);
+    table.addColumn(QStringLiteral("when"));
+    table.addColumn(QStringLiteral("who"));
+    table.addColumn(QStringLiteral("tool"));
+    table.addColumn(QStringLiteral("title"));
+    for (const Summary& step : steps.mid(0, glanceSteps)) {
+        const QString title = decoded(step.title, step);
+        table.addRow({QString::number(step.tagId), decoded(step.timestamp, step), whoOf(step),
+                      decoded(step.tool, step),
+                      title.isEmpty() ? QStringLiteral("(no title)") : title});
+    }
+    QString text = table.text(paint);
+    const qsizetype older = steps.size() - glanceSteps;
+    if (older > 0)
+        text +=
+            QStringLiteral("and %1; 'lorix summary' tells them all\n")
+                .arg(counted(older, QStringLiteral("older step"), QStringLiteral("older steps")));
+    return text;
+}
+
+QString describe(const LorixParser& parser, const Overview& overview, const QList<Summary>& steps,
+                 const QString& path, const Paint& paint)
 {
     QString text = paint.bold(printable(path)) + QLatin1Char('\n');
     const auto line = [&text](const QString& label, const QString& value) {
@@ -63,17 +113,25 @@ QString describe(const LorixParser& parser, const Overview& overview, const QStr
         line(QStringLiteral("loose"),
              counted(overview.sectionless, QStringLiteral("file that belongs to no step"),
                      QStringLiteral("files that belong to no step")));
-    for (const SectionTag& section : parser.getSections()) {
-        const QString title = printable(decodedField(section.title));
-        line(section.id == 0 ? QStringLiteral("newest") : QString(),
-             QStringLiteral("%1  %2")
-                 .arg(section.id)
-                 .arg(title.isEmpty() ? QStringLiteral("(no title)") : title));
-    }
+    if (!steps.isEmpty())
+        text += stepTable(steps, paint);
     return text;
 }
 
-QJsonObject toJson(const LorixParser& parser, const Overview& overview)
+QJsonArray stepsToJson(const QList<Summary>& steps)
+{
+    QJsonArray array;
+    for (const Summary& step : steps)
+        array.append(QJsonObject{{QStringLiteral("id"), step.tagId},
+                                 {QStringLiteral("title"), step.title},
+                                 {QStringLiteral("timestamp"), step.timestamp},
+                                 {QStringLiteral("user"), step.user},
+                                 {QStringLiteral("host"), step.host},
+                                 {QStringLiteral("tool"), step.tool}});
+    return array;
+}
+
+QJsonObject toJson(const LorixParser& parser, const Overview& overview, const QList<Summary>& steps)
 {
     QJsonObject object;
     object.insert(QStringLiteral("size"), overview.fileBytes);
@@ -82,6 +140,7 @@ QJsonObject toJson(const LorixParser& parser, const Overview& overview)
     object.insert(QStringLiteral("files"), parser.getNumFiles());
     object.insert(QStringLiteral("nested"), overview.nested);
     object.insert(QStringLiteral("sectionless"), overview.sectionless);
+    object.insert(QStringLiteral("steps"), stepsToJson(steps));
     return object;
 }
 
@@ -106,8 +165,11 @@ Answer InfoCommand::examine(const Input& input, const View& view, bool& skipped)
     if (!openContainer(parser, input, answer, skipped))
         return answer;
     const Overview overview = overviewOf(parser, QFileInfo(input.path).size());
-    answer.json.insert(QStringLiteral("info"), toJson(parser, overview));
-    answer.text = describe(parser, overview, input.path, view.paint);
+    const QList<Summary> steps = stepsOf(parser);
+    if (view.json)
+        answer.json.insert(QStringLiteral("info"), toJson(parser, overview, steps));
+    else
+        answer.text = describe(parser, overview, steps, input.path, view.paint);
     return answer;
 }
 
