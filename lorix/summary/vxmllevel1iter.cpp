@@ -55,7 +55,7 @@ QString VXMLLevel1Iter::operator++(int)
     return ++*this;
 }
 
-bool VXMLLevel1Iter::isTag(QString name) const
+bool VXMLLevel1Iter::isTag(const QString& name) const
 {
     return m_valid && QStringView(m_text).sliced(m_tagStart, m_tagLength) == name;
 }
@@ -75,7 +75,7 @@ QString VXMLLevel1Iter::getTagAndData() const
     return QStringLiteral("<%1>%2</%1>").arg(getTag(), getData());
 }
 
-QString VXMLLevel1Iter::replaceCurrentTag(QString text) const
+QString VXMLLevel1Iter::replaceCurrentTag(const QString& text) const
 {
     QString whole = m_text;
     if (m_valid)

@@ -60,7 +60,7 @@ public:
     QString operator++(int);
 
     /// True on an element whose tag text is exactly `name`.
-    bool isTag(QString name) const;
+    bool isTag(const QString& name) const;
 
     /// The current element's tag text, without the "/" of an empty element;
     /// empty when there is no element.
@@ -76,7 +76,7 @@ public:
     /// The whole text with the current element's content replaced by `text`;
     /// unchanged when there is no element. In an element "<name/>" the content
     /// has its place behind the tag. The iterator itself stays as it is.
-    QString replaceCurrentTag(QString text) const;
+    QString replaceCurrentTag(const QString& text) const;
 
     /// Reads three numbers parted by blanks from the current content, as
     /// QTextStream does it (so "0x10" is 16). False when one cannot be read.
