@@ -177,13 +177,17 @@ bool LorixParser::copyStored(const FileTag& tag, QFile& target)
 bool LorixParser::copyInflated(const FileTag& tag, QFile& target)
 {
     Inflater inflater;
+    Inflater probe;
     for (qint64 done = 0; done < tag.cfilesize; done += copyBytes) {
+        const QByteArray chunk = storedChunk(tag, done);
+        // What went into a pipe cannot be taken back: there, try it out first.
+        if (target.isSequential() && !probe.inflatePieces(chunk, [](const char*, qsizetype) {}))
+            return true;
         const qint64 before = target.pos();
         bool written = true;
-        const bool whole =
-            inflater.inflatePieces(storedChunk(tag, done), [&](const char* bytes, qsizetype count) {
-                written = written && target.write(bytes, count) == count;
-            });
+        const bool whole = inflater.inflatePieces(chunk, [&](const char* bytes, qsizetype count) {
+            written = written && target.write(bytes, count) == count;
+        });
         // What a damaged chunk inflated to never counts, a failed write of it
         // included, and nothing comes after it.
         if (!whole)
