@@ -12,7 +12,7 @@ namespace {
 
 constexpr int chunkBytes = 10240;
 constexpr int jumpBackBytes = 5120;
-constexpr qint64 keptLineBytes = 16 * 1024 * 1024;
+constexpr qint64 keptLineBytes = 1024 * 1024;
 constexpr qint64 keptPrefixBytes = 4096;
 constexpr qint64 largestFile = std::numeric_limits<int>::max();
 

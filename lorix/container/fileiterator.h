@@ -19,7 +19,7 @@ namespace lorix {
 /// A line is the run of bytes up to and including the next line feed (byte 10),
 /// or up to the end of the file; carriage returns belong to the line. All
 /// positions are 0-based byte offsets. Memory is one chunk of 10240 bytes plus
-/// the current line; a line of more than 16 MiB is not kept but read again
+/// the current line; a line of more than 1 MiB is not kept but read again
 /// where somebody asks for it.
 ///
 /// After a forward move the read position stands behind the current line,

@@ -134,6 +134,8 @@ private Q_SLOTS:
     void endAndStartAreReached();
     void longLineIsReadWholeInBothDirections_data();
     void longLineIsReadWholeInBothDirections();
+    void lineTooLongToBeKeptReadsTheSame_data();
+    void lineTooLongToBeKeptReadsTheSame();
     void lineWithZeroByteHasNoText();
     void textIsDecodedFromUtf8();
     void startsWithComparesRawBytes();
@@ -390,6 +392,40 @@ void TestFileIterator::longLineIsReadWholeInBothDirections()
     QCOMPARE(*lines.curLine(), longLine.mid(length / 2 - 2));
     QVERIFY(lines.prevLine());
     QCOMPARE(*lines.curLine(), longLine);
+}
+
+void TestFileIterator::lineTooLongToBeKeptReadsTheSame_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("zero");
+    for (const int length : {1048574, 1048575, 1048576, 1048577, 3000000})
+        for (const bool zero : {false, true})
+            QTest::addRow("%d-%d", length, zero) << length << zero;
+}
+
+void TestFileIterator::lineTooLongToBeKeptReadsTheSame()
+{
+    QFETCH(int, length);
+    QFETCH(bool, zero);
+    QByteArray bytes = "b\n" + QByteArray(length, 'a') + "\nc\n";
+    if (zero)
+        bytes[length] = '\0';
+    using Moves = QList<Move>;
+    const Moves moves = {{Move::Next}, {Move::Next},         {Move::Last},      {Move::Prev},
+                         {Move::Prev}, {Move::Goto, 700000}, {Move::Prev},      {Move::Next},
+                         {Move::Next}, {Move::Prev},         {Move::Goto, 100}, {Move::Read, 1, 9}};
+    FileIterator lines;
+    ReferenceIterator expected;
+    QVERIFY(lines.open(write(bytes)));
+    expected.open(bytes);
+    for (const Move& move : moves) {
+        QCOMPARE(perform(lines, move), perform(expected, move));
+        QVERIFY2(state(lines) == state(expected), move.name().constData());
+    }
+    lines.closeFile();
+    expected.closeFile();
+    QVERIFY(lines.curLineStartsWithBytes("aaaa"));
+    QVERIFY(expected.curLineStartsWithBytes("aaaa"));
 }
 
 void TestFileIterator::lineWithZeroByteHasNoText()

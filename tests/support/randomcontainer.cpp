@@ -151,7 +151,7 @@ void replaceANumber(Dice& dice, QByteArray& bytes)
         return;
     const auto place = dice.oneOf(places);
     const auto other = dice.oneOf(places);
-    const int old = bytes.mid(place.first, place.second).toInt();
+    const qint64 old = bytes.mid(place.first, place.second).toInt();
     const QList<QByteArray> numbers = {
         bytes.mid(other.first, other.second),
         QByteArray::number(old + dice.between(-5, 5)),
