@@ -58,9 +58,20 @@ void Answer::fail(int code, const QString& errorCode, const QString& file, const
 
 void Answer::addFinding(const Finding& finding)
 {
-    if (finding.severity == QLatin1String("error"))
-        exitCode = worse(exitCode, No);
-    appendTo(json, QStringLiteral("findings"), finding.toJson());
+    addFindings({finding});
+}
+
+void Answer::addFindings(const QList<Finding>& findings)
+{
+    if (findings.isEmpty())
+        return;
+    QJsonArray array = json.value(QLatin1String("findings")).toArray();
+    for (const Finding& finding : findings) {
+        if (finding.severity == QLatin1String("error"))
+            exitCode = worse(exitCode, No);
+        array.append(finding.toJson());
+    }
+    json.insert(QStringLiteral("findings"), array);
 }
 
 int worse(int a, int b)

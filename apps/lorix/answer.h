@@ -53,6 +53,8 @@ struct Answer
     /// Adds to "findings" and, for severity "error", sets the exit code to No
     /// unless it is worse already.
     void addFinding(const Finding& finding);
+    /// The same for many, in their order.
+    void addFindings(const QList<Finding>& findings);
 };
 
 /// The worse of two exit codes.

@@ -5,12 +5,14 @@
 #include <apps/lorix/commands/argscommand.h>
 #include <apps/lorix/commands/catcommand.h>
 #include <apps/lorix/commands/delcommand.h>
+#include <apps/lorix/commands/extractcommand.h>
 #include <apps/lorix/commands/filescommand.h>
 #include <apps/lorix/commands/helpcommand.h>
 #include <apps/lorix/commands/infocommand.h>
 #include <apps/lorix/commands/schemacommand.h>
 #include <apps/lorix/commands/sectionscommand.h>
 #include <apps/lorix/commands/summarycommand.h>
+#include <apps/lorix/commands/validatecommand.h>
 
 #include <QFile>
 
@@ -26,6 +28,8 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<FilesCommand>());
     commands.push_back(std::make_unique<CatCommand>());
     commands.push_back(std::make_unique<SummaryCommand>());
+    commands.push_back(std::make_unique<ValidateCommand>());
+    commands.push_back(std::make_unique<ExtractCommand>());
     commands.push_back(std::make_unique<AddCommand>());
     commands.push_back(std::make_unique<DelCommand>());
     commands.push_back(std::make_unique<ArgsCommand>());

@@ -3,9 +3,13 @@
 
 #include <apps/lorix/text.h>
 
+#include <lorix/queues/storedrange.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace lorix::cli {
 
@@ -40,6 +44,24 @@ Reason whyNotOpened(const Input& input, const LorixParser& parser)
                            "[version:1.0]\" among its first ten lines)")};
 }
 
+bool sameRecords(const LorixParser& a, const LorixParser& b)
+{
+    const QList<SectionTag> sectionsA = a.getSections();
+    const QList<SectionTag> sectionsB = b.getSections();
+    const QList<FileTag> filesA = a.getFiles();
+    const QList<FileTag> filesB = b.getFiles();
+    return std::equal(sectionsA.begin(), sectionsA.end(), sectionsB.begin(), sectionsB.end(),
+                      [](const SectionTag& x, const SectionTag& y) {
+                          return x.position == y.position && x.left == y.left && x.size == y.size &&
+                                 x.validationTag == y.validationTag;
+                      }) &&
+           std::equal(filesA.begin(), filesA.end(), filesB.begin(), filesB.end(),
+                      [](const FileTag& x, const FileTag& y) {
+                          return x.position == y.position && x.md5file == y.md5file &&
+                                 storedStart(x) == storedStart(y) && storedSize(x) == storedSize(y);
+                      });
+}
+
 } // namespace
 
 bool openContainer(LorixParser& parser, const Input& input, Answer& answer, bool& skipped)
@@ -53,6 +75,11 @@ bool openContainer(LorixParser& parser, const Input& input, Answer& answer, bool
     else
         answer.fail(Unusable, QLatin1String(reason.code), input.path, reason.message);
     return false;
+}
+
+bool openAgain(LorixParser& parser, const QString& path, const LorixParser& first)
+{
+    return parser.open(path) && sameRecords(parser, first);
 }
 
 } // namespace lorix::cli

@@ -14,4 +14,8 @@ namespace lorix::cli {
 /// container is passed over: `skipped` is set instead.
 bool openContainer(LorixParser& parser, const Input& input, Answer& answer, bool& skipped);
 
+/// Opens the file at `path` for another thread. False when that fails, or when
+/// it does not hold the same sections and files as `first` has found in it.
+bool openAgain(LorixParser& parser, const QString& path, const LorixParser& first);
+
 } // namespace lorix::cli

@@ -34,10 +34,12 @@ protected:
     virtual std::string filesDescription() const { return "Documents to look at"; }
     /// Adds --jobs; called from declare() of commands whose work is worth it.
     void declareJobs(CLI::App& app, int defaultJobs);
-
-private:
+    /// Whether the person has named any file.
+    bool hasInputs() const { return !m_inputs.paths.isEmpty(); }
+    /// Prints one answer as the options ask for it; false when writing failed.
     bool print(const Answer& answer, Console& console, const GlobalOptions& options) const;
 
+private:
     Inputs m_inputs;
     int m_jobs = 1;
 };

@@ -24,6 +24,10 @@ void Interrupt::install()
 #ifdef SIGHUP
     std::signal(SIGHUP, noteInterrupt);
 #endif
+#ifdef SIGXFSZ
+    // A quota shows as a failed write, like a full disk, instead of killing us.
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
 }
 
 bool Interrupt::requested()

@@ -170,8 +170,13 @@ bool ExtractionQueue::writeContent(const Extractee& item, const char* bytes, qsi
         return false;
     if (count == 0)
         return true;
-    if (m_target.write(bytes, count) != count)
+    const qint64 written = m_target.write(bytes, count);
+    if (written != count) {
+        // A write cut short gives no reason; the next one does.
+        if (written >= 0)
+            m_target.write(bytes + written, count - written);
         return false;
+    }
     contentWritten(item, bytes, count);
     return true;
 }

@@ -61,6 +61,10 @@ public:
     /// empty name.
     bool process();
 
+    /// What the system said when the current or last target could not be
+    /// opened or written, for receivers of the error message.
+    QString targetError() const { return m_target.errorString(); }
+
 Q_SIGNALS:
     /// An embedded file has been written as a whole, or has failed.
     void fileProcessed(int id, bool valid);
