@@ -2,6 +2,7 @@
 #include <lorix/argfile/argfileparser.h>
 
 #include <limits>
+#include <utility>
 
 namespace lorix {
 
@@ -114,30 +115,14 @@ ArgfileToken madeToken(const QString& text)
     return ArgfileToken(text, -1, QString());
 }
 
-} // namespace
-
-QStringList ArgfileParser::parseArgfile(const QString& text,
-                                        const QHash<QString, QString>* variables)
+// Calls take(start, piece, isSeparator) for every token of the text; false when
+// a part of it is none.
+template <typename Take>
+bool scan(const QString& text, const Take& take)
 {
-    QList<ArgfileToken> tokens = splitIntoTokens(text);
-    tokens = removeDoubleSeparators(tokens);
-    tokens = handleVariables(tokens, variables);
-    tokens = unescapeTokens(tokens);
-    return tokensToStrings(joinTokens(tokens));
-}
-
-QList<ArgfileToken> ArgfileParser::getHighlighterList(const QString& text)
-{
-    return unescapeTokens(splitIntoTokens(text));
-}
-
-QList<ArgfileToken> ArgfileParser::splitIntoTokens(const QString& text)
-{
-    QList<ArgfileToken> tokens;
     qsizetype start = 0;
     while (start < text.size()) {
         const QChar first = text[start];
-        const bool isSeparator = isBlank(first) || first == hash;
         qsizetype end = start;
         if (isBlank(first))
             end = blanksEnd(text, start);
@@ -150,15 +135,80 @@ QList<ArgfileToken> ArgfileParser::splitIntoTokens(const QString& text)
         else
             end = wordEnd(text, start);
         if (end == start)
-            return {};
-        const QString piece = text.mid(start, end - start);
+            return false;
+        take(start, text.mid(start, end - start), isBlank(first) || first == hash);
+        start = end;
+    }
+    return true;
+}
+
+// The text of one token with its variables replaced.
+QString withVariables(const QString& text, const QHash<QString, QString>* variables)
+{
+    // A lone double quote, which no text gives, is still taken for a pair.
+    const bool isQuoted = text.startsWith(doubleQuote);
+    const bool mayHoldVariable = text.contains(dollar) || (isQuoted && text.size() == 1);
+    if (text.startsWith(singleQuote) || !mayHoldVariable)
+        return text;
+    if (!isQuoted) {
+        const QStringList pieces = ArgfileParser::findVariablesBackslashed(text);
+        return ArgfileParser::replaceVariables(pieces, variables).str();
+    }
+    const QStringList pieces = ArgfileParser::findVariablesDoubleQuoted(text);
+    return doubleQuote + ArgfileParser::replaceVariables(pieces, variables).str() + doubleQuote;
+}
+
+// The text of one token without quotes and backslashes.
+QString unescaped(const QString& text)
+{
+    if (text.startsWith(singleQuote))
+        return ArgfileParser::unescapeSingleQuoted(text);
+    if (text.startsWith(doubleQuote))
+        return ArgfileParser::unescapeDoubleQuoted(text);
+    return ArgfileParser::unescapeBackslashed(text);
+}
+
+} // namespace
+
+// The stages run piece by piece: a list of tokens between each two of them would
+// cost several times as much.
+QStringList ArgfileParser::parseArgfile(const QString& text,
+                                        const QHash<QString, QString>* variables)
+{
+    QStringList arguments;
+    QString argument;
+    bool isOpen = false;
+    const auto take = [&](qsizetype, const QString& piece, bool isSeparator) {
+        if (!isSeparator) {
+            argument += unescaped(withVariables(piece, variables));
+            isOpen = true;
+        } else if (isOpen) {
+            arguments.append(std::exchange(argument, QString()));
+            isOpen = false;
+        }
+    };
+    if (!scan(text, take))
+        return {};
+    if (isOpen)
+        arguments.append(argument);
+    return arguments;
+}
+
+QList<ArgfileToken> ArgfileParser::getHighlighterList(const QString& text)
+{
+    return unescapeTokens(splitIntoTokens(text));
+}
+
+QList<ArgfileToken> ArgfileParser::splitIntoTokens(const QString& text)
+{
+    QList<ArgfileToken> tokens;
+    const auto append = [&](qsizetype start, const QString& piece, bool isSeparator) {
         if (isSeparator)
             tokens.append(ArgfileToken(TokenSeparator, toPosition(start), piece));
         else
             tokens.append(ArgfileToken(piece, toPosition(start), piece));
-        start = end;
-    }
-    return tokens;
+    };
+    return scan(text, append) ? tokens : QList<ArgfileToken>();
 }
 
 QList<ArgfileToken> ArgfileParser::removeDoubleSeparators(const QList<ArgfileToken>& tokens)
@@ -179,20 +229,9 @@ QList<ArgfileToken> ArgfileParser::handleVariables(const QList<ArgfileToken>& to
 {
     QList<ArgfileToken> result;
     result.reserve(tokens.size());
-    for (const ArgfileToken& token : tokens) {
-        const QString text = token.str();
-        if (token.isSeparator()) {
-            result.append(token);
-        } else if (text.startsWith(doubleQuote)) {
-            const ArgfileToken replaced =
-                replaceVariables(findVariablesDoubleQuoted(text), variables);
-            result.append(madeToken(doubleQuote + replaced.str() + doubleQuote));
-        } else if (text.startsWith(singleQuote)) {
-            result.append(madeToken(text));
-        } else {
-            result.append(replaceVariables(findVariablesBackslashed(text), variables));
-        }
-    }
+    for (const ArgfileToken& token : tokens)
+        result.append(token.isSeparator() ? token
+                                          : madeToken(withVariables(token.str(), variables)));
     return result;
 }
 
@@ -286,18 +325,11 @@ QList<ArgfileToken> ArgfileParser::unescapeTokens(const QList<ArgfileToken>& tok
     QList<ArgfileToken> result;
     result.reserve(tokens.size());
     for (const ArgfileToken& token : tokens) {
-        if (token.isSeparator()) {
+        if (token.isSeparator())
             result.append(token);
-            continue;
-        }
-        QString text = token.str();
-        if (text.startsWith(singleQuote))
-            text = unescapeSingleQuoted(text);
-        else if (text.startsWith(doubleQuote))
-            text = unescapeDoubleQuoted(text);
         else
-            text = unescapeBackslashed(text);
-        result.append(ArgfileToken(text, token.position(), token.originalText()));
+            result.append(
+                ArgfileToken(unescaped(token.str()), token.position(), token.originalText()));
     }
     return result;
 }
