@@ -19,7 +19,7 @@ namespace {
 // Up to so many candidates are compared one by one.
 constexpr int fewCandidates = 16;
 
-constexpr int fieldCount = 6;
+constexpr std::size_t fieldCount = 6;
 constexpr int wayCount = 1 << fieldCount;
 constexpr std::array<int, fieldCount> weights = {weight::filetype,  weight::desc,
                                                  weight::comment,   weight::md5cfile,
@@ -45,7 +45,7 @@ Texts fields(const FileSummary& file)
 }
 
 // A way is the set of fields that agree, one bit each.
-bool agrees(int way, int field)
+bool agrees(int way, std::size_t field)
 {
     return (way >> field & 1) != 0;
 }
@@ -53,7 +53,7 @@ bool agrees(int way, int field)
 int distanceOf(int way)
 {
     int sum = 0;
-    for (int field = 0; field < fieldCount; ++field)
+    for (std::size_t field = 0; field < fieldCount; ++field)
         sum += agrees(way, field) ? 0 : weights[field];
     return sum;
 }
@@ -69,7 +69,7 @@ std::array<int, wayCount> waysByDistance()
 
 int compare(int way, const Values& a, const Values& b)
 {
-    for (int field = 0; field < fieldCount; ++field) {
+    for (std::size_t field = 0; field < fieldCount; ++field) {
         if (agrees(way, field) && a[field] != b[field])
             return a[field] < b[field] ? -1 : 1;
     }
@@ -81,50 +81,50 @@ int compare(int way, const Values& a, const Values& b)
 class NearestTag::Index
 {
 public:
-    explicit Index(const std::vector<Candidate>& candidates);
+    explicit Index(const QList<Candidate>& candidates);
 
-    int nearest(const std::vector<Candidate>& candidates, const FileSummary& file);
+    int nearest(const QList<Candidate>& candidates, const FileSummary& file);
 
 private:
     // The candidates sorted by the fields of one way, then by their order, and
     // for each place the next one that may still hold a candidate not taken.
     struct Sorting
     {
-        std::vector<int> order;
-        std::vector<int> next;
+        QList<int> order;
+        QList<int> next;
     };
 
-    int find(int way, const Values& values, const std::vector<Candidate>& candidates);
+    int find(int way, const Values& values, const QList<Candidate>& candidates);
     void sort(int way);
 
     std::array<QHash<QString, int>, fieldCount> m_numbers;
-    std::vector<Values> m_values;
-    std::array<Sorting, wayCount> m_sortings;
+    QList<Values> m_values;
+    Sorting m_sortings[wayCount];
 };
 
 // Every text of a field gets a number, so that sorting compares no texts.
-NearestTag::Index::Index(const std::vector<Candidate>& candidates)
+NearestTag::Index::Index(const QList<Candidate>& candidates)
 {
     m_values.reserve(candidates.size());
     for (const Candidate& candidate : candidates) {
         const Texts texts = fields(*candidate.tag);
         Values values{};
-        for (int field = 0; field < fieldCount; ++field) {
+        for (std::size_t field = 0; field < fieldCount; ++field) {
             QHash<QString, int>& numbers = m_numbers[field];
             const int fresh = static_cast<int>(numbers.size());
             const auto known = numbers.constFind(texts[field]);
             values[field] = known == numbers.cend() ? *numbers.insert(texts[field], fresh) : *known;
         }
-        m_values.push_back(values);
+        m_values.append(values);
     }
 }
 
-int NearestTag::Index::nearest(const std::vector<Candidate>& candidates, const FileSummary& file)
+int NearestTag::Index::nearest(const QList<Candidate>& candidates, const FileSummary& file)
 {
     static const std::array<int, wayCount> ways = waysByDistance();
     const Texts texts = fields(file);
     Values values{};
-    for (int field = 0; field < fieldCount; ++field)
+    for (std::size_t field = 0; field < fieldCount; ++field)
         values[field] = m_numbers[field].value(texts[field], -1);
 
     int found = -1;
@@ -142,10 +142,10 @@ int NearestTag::Index::nearest(const std::vector<Candidate>& candidates, const F
 }
 
 // The first candidate not taken that agrees in the fields of the way, or -1.
-int NearestTag::Index::find(int way, const Values& values, const std::vector<Candidate>& candidates)
+int NearestTag::Index::find(int way, const Values& values, const QList<Candidate>& candidates)
 {
     Sorting& sorting = m_sortings[way];
-    if (sorting.order.empty())
+    if (sorting.order.isEmpty())
         sort(way);
     const auto lower = std::lower_bound(
         sorting.order.begin(), sorting.order.end(), values,
@@ -181,7 +181,7 @@ NearestTag::~NearestTag() = default;
 
 void NearestTag::add(const FileTag* tag, int entry)
 {
-    m_candidates.push_back({tag, entry, false});
+    m_candidates.append({tag, entry, false});
     ++m_remaining;
 }
 
@@ -203,8 +203,8 @@ int NearestTag::takeByLooking(const FileSummary& file) const
 {
     int best = std::numeric_limits<int>::max();
     int found = -1;
-    for (std::size_t i = 0; i < m_candidates.size(); ++i) {
-        const Candidate& candidate = m_candidates[i];
+    for (qsizetype i = 0; i < m_candidates.size(); ++i) {
+        const Candidate& candidate = m_candidates.at(i);
         const int apart = candidate.taken ? best : distance(*candidate.tag, file);
         if (apart < best) {
             best = apart;

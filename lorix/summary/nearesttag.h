@@ -4,8 +4,9 @@
 #include <lorix/container/filetag.h>
 #include <lorix/summary/filesummary.h>
 
+#include <QList>
+
 #include <memory>
-#include <vector>
 
 namespace lorix {
 
@@ -45,7 +46,7 @@ private:
 
     int takeByLooking(const FileSummary& file) const;
 
-    std::vector<Candidate> m_candidates;
+    QList<Candidate> m_candidates;
     std::unique_ptr<Index> m_index; // where there are many
     int m_remaining = 0;
 };

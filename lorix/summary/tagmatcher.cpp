@@ -26,16 +26,16 @@ auto content(const QString& key, const QString& filename, const QString& md5, in
 
 TagMatcher::TagMatcher(const TagHash& hash)
 {
-    m_entries.reserve(static_cast<std::size_t>(hash.size()));
+    m_entries.reserve(hash.size());
     for (auto it = hash.cbegin(); it != hash.cend(); ++it) {
         const int number = static_cast<int>(m_entries.size());
-        m_entries.push_back({&it.key(), &*it, false});
-        m_bySection[it->second].push_back(number);
+        m_entries.append({&it.key(), &*it, false});
+        m_bySection[it->second].append(number);
         const FileTag& tag = it->first;
         const auto what = content(it.key(), tag.filename, tag.md5file, tag.filesize);
         auto known = m_contentNumbers.constFind(what);
         if (known == m_contentNumbers.cend()) {
-            known = m_contentNumbers.insert(what, static_cast<int>(m_contents.size()));
+            known = m_contentNumbers.insert(what, m_contents.size());
             m_contents.emplace_back();
         }
         m_contents[*known].add(&tag, number);
@@ -50,7 +50,7 @@ int TagMatcher::take(const QString& key, const FileSummary& file)
     if (number < 0)
         return -1;
     m_entries[number].taken = true;
-    return m_entries[number].value->first.id;
+    return m_entries.at(number).value->first.id;
 }
 
 QList<FileTag> TagMatcher::remaining(int section) const
@@ -59,8 +59,8 @@ QList<FileTag> TagMatcher::remaining(int section) const
     const auto numbers = m_bySection.constFind(section);
     if (numbers != m_bySection.cend()) {
         for (const int number : *numbers) {
-            if (!m_entries[number].taken)
-                entries.push_back(&m_entries[number]);
+            if (!m_entries.at(number).taken)
+                entries.push_back(&m_entries.at(number));
         }
     }
     // The hash has no order of its own but among equal keys.

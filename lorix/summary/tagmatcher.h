@@ -42,10 +42,10 @@ private:
         bool taken;
     };
 
-    std::vector<Entry> m_entries;
+    QList<Entry> m_entries;
     std::vector<NearestTag> m_contents;
-    QHash<QPair<QString, QPair<QPair<QString, QString>, int>>, int> m_contentNumbers;
-    QHash<int, std::vector<int>> m_bySection;
+    QHash<QPair<QString, QPair<QPair<QString, QString>, int>>, std::size_t> m_contentNumbers;
+    QHash<int, QList<int>> m_bySection;
 };
 
 } // namespace lorix

@@ -81,14 +81,14 @@ inline int number(const QString& text)
 {
     bool ok = false;
     const int value = text.toInt(&ok);
-    return ok ? value : -1;
+    return ok && !text.contains(QChar(0)) ? value : -1;
 }
 
 inline bool flag(const QString& text)
 {
     bool ok = false;
     const int value = text.toInt(&ok);
-    return ok && value != 0;
+    return ok && value != 0 && !text.contains(QChar(0));
 }
 
 template <typename Record>

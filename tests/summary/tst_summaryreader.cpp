@@ -588,7 +588,8 @@ void TestSummaryReader::randomTextsReadAsThePlainWay_data()
                                           "a",
                                           "<Preview>",
                                           "</Preview>",
-                                          "99999999"}
+                                          "99999999",
+                                          QString(QChar(0))}
                            << 16;
 }
 
