@@ -22,6 +22,8 @@ Inflater::~Inflater()
 
 int Inflater::init()
 {
+    // A stream that is still open would lose its memory; for others this does nothing.
+    inflateEnd(m_stream.get());
     m_valid = true;
     m_finished = false;
     *m_stream = z_stream();
@@ -33,7 +35,6 @@ int Inflater::init()
 
 void Inflater::reset()
 {
-    inflateEnd(m_stream.get());
     init();
 }
 

@@ -66,8 +66,14 @@ QByteArray LorixParser::decompressBytes(QByteArray& data, unsigned int size) con
     char header[4];
     for (int i = 0; i < 4; ++i)
         header[i] = static_cast<char>((size >> (24 - 8 * i)) & 0xff);
+    // Not qUncompress(), which gives the same but allocates whatever is claimed.
+    QByteArray content;
+    const bool whole = inflateWhole(data, [&content](const char* bytes, qsizetype count) {
+        content.append(bytes, count);
+        return true;
+    });
     data.prepend(header, 4);
-    return qUncompress(data);
+    return whole ? content : QByteArray();
 }
 
 QSharedPointer<QByteArray> LorixParser::getFileContent(int id) const

@@ -131,6 +131,8 @@ void compareFile(Comparison& comparison, LorixParser& parser, const ReferencePar
     comparison.same(name + QStringLiteral("argument of decompressBytes"),
                     QString::fromLatin1(data.toHex()),
                     QString::fromLatin1((QByteArray(head, 4) + before).toHex()));
+    comparison.same(name + QStringLiteral("qUncompress"), QString::fromLatin1(inflated.toHex()),
+                    QString::fromLatin1(qUncompress(QByteArray(head, 4) + before).toHex()));
 }
 
 void compareLists(Comparison& comparison, const LorixParser& parser,

@@ -288,15 +288,24 @@ void TestContent::decompressOfBrokenStreamsIsEmpty()
 void TestContent::decompressIgnoresAWrongSize_data()
 {
     QTest::addColumn<unsigned int>("size");
-    for (const unsigned int size : {0u, 1u, 299u, 301u, 100000u})
+    for (const unsigned int size : {0u, 1u, 299u, 301u, 100000u, 2147483648u, 4294967295u})
         QTest::addRow("%u", size) << size;
 }
 
 void TestContent::decompressIgnoresAWrongSize()
 {
     QFETCH(unsigned int, size);
-    QByteArray data = ContainerBuilder::zlibStream(noise(300));
+    const QByteArray stream = ContainerBuilder::zlibStream(noise(300));
+    QByteArray data = stream;
     QCOMPARE(LorixParser(Strict).decompressBytes(data, size), noise(300));
+    QCOMPARE(data.mid(4), stream);
+    QByteArray head;
+    for (const unsigned int byte : {size >> 24, size >> 16, size >> 8, size})
+        head += static_cast<char>(byte & 255);
+    QCOMPARE(data.left(4), head);
+    // The four bytes are the usual ones of Qt's own function.
+    if (size < 1000000)
+        QCOMPARE(qUncompress(data), noise(300));
 }
 
 void TestContent::checksums_data()

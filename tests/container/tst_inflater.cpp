@@ -199,6 +199,11 @@ void TestInflater::initGivesZlibsResult()
     QVERIFY(inflater.isValid());
     QVERIFY(!inflater.hasFinished());
     QCOMPARE(inflater.inflateData(ContainerBuilder::zlibStream("one")), QByteArray("one"));
+    QCOMPARE(inflater.init(), 0); // in the middle of a stream, too
+    QVERIFY(!inflater.hasFinished());
+    QVERIFY(inflater.inflateData(ContainerBuilder::zlibStream("two").left(4)).size() < 3);
+    QCOMPARE(inflater.init(), 0);
+    QCOMPARE(inflater.inflateData(ContainerBuilder::zlibStream("three")), QByteArray("three"));
 }
 
 void TestInflater::inputThatEndsWhereTheBufferIsFullIsDamage()

@@ -81,8 +81,7 @@ void TestLogSource::receiverWithTypedSlotGetsTextAndType()
     source.publishToLogSlot(&recorder);
     Q_EMIT source.log(QStringLiteral("a"), 0);
     Q_EMIT source.log(QStringLiteral("b"), 1);
-    QCOMPARE(recorder.messages,
-             Messages({{QStringLiteral("a"), 0}, {QStringLiteral("b"), 1}}));
+    QCOMPARE(recorder.messages, Messages({{QStringLiteral("a"), 0}, {QStringLiteral("b"), 1}}));
 }
 
 void TestLogSource::receiverWithUntypedSlotGetsTextAlone()
@@ -97,7 +96,7 @@ void TestLogSource::relayPassesMessagesOn()
 {
     LogRecorder recorder;
     TypedRelay relay;
-    connect(&relay, SIGNAL(log(QString,int)), &recorder, SLOT(log(QString,int)));
+    connect(&relay, SIGNAL(log(QString, int)), &recorder, SLOT(log(QString, int)));
     LogSource source(nullptr);
     source.publishToLogSignal(&relay);
     Q_EMIT source.log(QStringLiteral("a"), 2);
