@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <apps/viewer/historyloader.h>
+
+namespace lorix::viewer {
+
+HistoryLoader::HistoryLoader(QObject* logTarget, QObject* parent)
+    : QObject(parent), m_logTarget(logTarget)
+{}
+
+void HistoryLoader::start(const QString& path)
+{
+    m_background.start([this, path](const Background::Cancelled& cancelled) -> Background::Finish {
+        QString problem;
+        const auto history = History::read(path, m_logTarget, cancelled, problem);
+        return [this, path, history, problem] {
+            if (history)
+                Q_EMIT loaded(history);
+            else
+                Q_EMIT failed(path, problem);
+        };
+    });
+}
+
+} // namespace lorix::viewer
