@@ -127,8 +127,8 @@ void Checker::nextContainer()
     connect(m_queue.get(), &ValidationQueue::percentFinishedChanged, this,
             [=](int percent, const QString& what) {
                 const double done =
-                    static_cast<double>(m_bytesBefore)
-                    + static_cast<double>(container.bytes) * std::clamp(percent, 0, 100) / 100.0;
+                    static_cast<double>(m_bytesBefore) +
+                    static_cast<double>(container.bytes) * std::clamp(percent, 0, 100) / 100.0;
                 const double total = std::max<double>(1.0, static_cast<double>(m_totalBytes));
                 Q_EMIT progress(static_cast<int>(done * 100.0 / total),
                                 lorix::cli::printable(lorix::cli::decodedField(what)));
@@ -178,10 +178,10 @@ void Checker::addNotices()
                                                     sections.last().title)))});
     }
     for (const SkippedContainer& skipped : m_history->tree().skippedContainers())
-        m_results.addNotice({skipped.reason == SkippedContainer::Unreadable,
-                             tr("The history inside “%1” cannot be shown, and was not checked.")
-                                 .arg(lorix::cli::printable(lorix::cli::decodedField(
-                                     skipped.filename)))});
+        m_results.addNotice(
+            {skipped.reason == SkippedContainer::Unreadable,
+             tr("The history inside “%1” cannot be shown, and was not checked.")
+                 .arg(lorix::cli::printable(lorix::cli::decodedField(skipped.filename)))});
 }
 
 } // namespace lorix::viewer

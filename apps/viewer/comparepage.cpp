@@ -23,7 +23,7 @@ namespace lorix::viewer {
 namespace {
 
 const qint64 patienceMs = 8000;       // then the quick answer is shown
-const qint64 waitingPaths = 20000000;  // about 240 MB
+const qint64 waitingPaths = 20000000; // about 240 MB
 const int rowRole = Qt::UserRole;
 
 QTreeWidget* makeTable(const QStringList& columns, const QString& accessibleName)
@@ -62,7 +62,8 @@ QString titleOf(const History& history, int node)
 ComparePage::ComparePage(QObject* logTarget, QWidget* parent)
     : QWidget(parent), m_loader(logTarget), m_summary(new QLabel),
       m_choose(new QPushButton(tr("Choose the other document …"))),
-      m_previous(new QPushButton(tr("Better match"))), m_next(new QPushButton(tr("Next best match"))),
+      m_previous(new QPushButton(tr("Better match"))),
+      m_next(new QPushButton(tr("Next best match"))),
       m_onlyDifferent(new QCheckBox(tr("Only differences"))),
       m_steps(makeTable({tr("This document"), tr("Comparison"), tr("Other document")},
                         tr("Steps of both documents"))),
@@ -80,9 +81,10 @@ ComparePage::ComparePage(QObject* logTarget, QWidget* parent)
     connect(m_previous, &QPushButton::clicked, this, [this] { showMatch(m_shown - 1); });
     connect(m_onlyDifferent, &QCheckBox::toggled, this, &ComparePage::showRows);
     connect(m_steps, &QTreeWidget::currentItemChanged, this, &ComparePage::showFields);
-    connect(&m_loader, &HistoryLoader::failed, this, [this](const QString& path, const QString& why) {
-        say(tr("“%1” cannot be compared. %2").arg(cli::printable(path), why));
-    });
+    connect(&m_loader, &HistoryLoader::failed, this,
+            [this](const QString& path, const QString& why) {
+                say(tr("“%1” cannot be compared. %2").arg(cli::printable(path), why));
+            });
     connect(&m_loader, &HistoryLoader::loaded, this,
             [this](const QSharedPointer<History>& history) {
                 m_right = history;
@@ -151,22 +153,22 @@ void ComparePage::search(int count)
     say(tr("Comparing …"));
     const auto left = m_left;
     const auto right = m_right;
-    m_search.start([this, left, right,
-                    count](const Background::Cancelled& cancelled) -> Background::Finish {
-        WorkflowstepCosts costs;
-        const LorixDiff diff(left->tree(), right->tree(), &costs);
-        QElapsedTimer timer;
-        timer.start();
-        SearchLimits limits;
-        limits.queued = waitingPaths;
-        limits.cancel = [&] { return cancelled() || timer.elapsed() > patienceMs; };
-        SearchOutcome outcome;
-        QList<LorixDiffResult> matches = diff.findBestMatches(count, limits, &outcome);
-        if (matches.isEmpty() && !cancelled())
-            matches.append(diff.findQuickMatch().result);
-        const bool stopped = outcome.stopped;
-        return [this, matches, count, stopped] { take(matches, count, stopped); };
-    });
+    m_search.start(
+        [this, left, right, count](const Background::Cancelled& cancelled) -> Background::Finish {
+            WorkflowstepCosts costs;
+            const LorixDiff diff(left->tree(), right->tree(), &costs);
+            QElapsedTimer timer;
+            timer.start();
+            SearchLimits limits;
+            limits.queued = waitingPaths;
+            limits.cancel = [&] { return cancelled() || timer.elapsed() > patienceMs; };
+            SearchOutcome outcome;
+            QList<LorixDiffResult> matches = diff.findBestMatches(count, limits, &outcome);
+            if (matches.isEmpty() && !cancelled())
+                matches.append(diff.findQuickMatch().result);
+            const bool stopped = outcome.stopped;
+            return [this, matches, count, stopped] { take(matches, count, stopped); };
+        });
 }
 
 void ComparePage::take(const QList<LorixDiffResult>& matches, int asked, bool stopped)
@@ -177,8 +179,8 @@ void ComparePage::take(const QList<LorixDiffResult>& matches, int asked, bool st
         m_matches = matches;
     showMatch(std::min(asked, static_cast<int>(m_matches.size())) - 1);
     if (stopped)
-        say(summary() + QLatin1Char(' ')
-            + tr("The documents differ so much that there may be a better match."));
+        say(summary() + QLatin1Char(' ') +
+            tr("The documents differ so much that there may be a better match."));
     else if (m_noMore)
         say(summary() + QLatin1Char(' ') + tr("There is no other match."));
 }
@@ -211,27 +213,27 @@ void ComparePage::showMatch(int number)
                                .arg(left)
                                .arg(right);
     const bool equal = same == m_rows.size();
-    say(rank + QStringLiteral(": ")
-        + (equal ? tr("both documents have the same history (%1 steps).").arg(same) : counts));
+    say(rank + QStringLiteral(": ") +
+        (equal ? tr("both documents have the same history (%1 steps).").arg(same) : counts));
 }
 
 void ComparePage::showRows()
 {
     const QSignalBlocker quiet(m_steps);
     m_steps->clear();
-    m_steps->setHeaderLabels(
-        {m_left ? cli::printable(m_left->name()) : tr("This document"), tr("Comparison"),
-         m_right ? cli::printable(m_right->name()) : tr("Other document")});
+    m_steps->setHeaderLabels({m_left ? cli::printable(m_left->name()) : tr("This document"),
+                              tr("Comparison"),
+                              m_right ? cli::printable(m_right->name()) : tr("Other document")});
     QList<QTreeWidgetItem*> items;
     for (int i = 0; i < m_rows.size(); ++i) {
         const ComparisonRow& row = m_rows.at(i);
         if (m_onlyDifferent->isChecked() && row.isSame())
             continue;
-        const QString sign = row.isSame()     ? QStringLiteral("=  ")
-                             : row.right < 0  ? QStringLiteral("−  ")
-                             : row.left < 0   ? QStringLiteral("+  ")
-                             : row.moved      ? QStringLiteral("⇅  ")
-                                              : QStringLiteral("≠  ");
+        const QString sign = row.isSame()    ? QStringLiteral("=  ")
+                             : row.right < 0 ? QStringLiteral("−  ")
+                             : row.left < 0  ? QStringLiteral("+  ")
+                             : row.moved     ? QStringLiteral("⇅  ")
+                                             : QStringLiteral("≠  ");
         auto* const item = new QTreeWidgetItem(
             {titleOf(*m_left, row.left), sign + describeRow(row), titleOf(*m_right, row.right)});
         item->setToolTip(1, describeRow(row));
@@ -256,10 +258,10 @@ void ComparePage::showFields()
         return;
     const ComparisonRow& row = m_rows.at(item->data(0, rowRole).toInt());
     for (const FieldPair& pair : compareSteps(*m_left, row.left, *m_right, row.right)) {
-        auto* const line = new QTreeWidgetItem(
-            {pair.field, pair.left.isEmpty() ? QStringLiteral("–") : pair.left,
-             pair.right.isEmpty() ? QStringLiteral("–") : pair.right,
-             pair.differs() ? tr("differs") : tr("same")});
+        auto* const line =
+            new QTreeWidgetItem({pair.field, pair.left.isEmpty() ? QStringLiteral("–") : pair.left,
+                                 pair.right.isEmpty() ? QStringLiteral("–") : pair.right,
+                                 pair.differs() ? tr("differs") : tr("same")});
         line->setToolTip(1, pair.left);
         line->setToolTip(2, pair.right);
         markDifference(line, pair.differs());
@@ -275,8 +277,8 @@ QString ComparePage::summary() const
 void ComparePage::say(const QString& text)
 {
     m_summary->setText(text);
-    m_next->setEnabled(!m_search.isBusy() && !m_matches.isEmpty()
-                       && !(m_noMore && m_shown + 1 >= m_matches.size()));
+    m_next->setEnabled(!m_search.isBusy() && !m_matches.isEmpty() &&
+                       !(m_noMore && m_shown + 1 >= m_matches.size()));
     m_previous->setEnabled(!m_search.isBusy() && m_shown > 0);
     if (!isBusy())
         Q_EMIT shown();

@@ -58,8 +58,8 @@ Values fileValues(const History& history, int node)
         QString key = tr("%1 “%2”").arg(purposeName(file.filePurpose), history.fileName(place));
         while (values.contains(key))
             key += QLatin1Char('\'');
-        values.insert(key, exactSize(file.uncompressedSize) + QStringLiteral(", ")
-                               + file.uncompressedMD5);
+        values.insert(key, exactSize(file.uncompressedSize) + QStringLiteral(", ") +
+                               file.uncompressedMD5);
     }
     return values;
 }
@@ -72,8 +72,8 @@ Values attributeValues(const History& history, int node)
     const Workflowstep& step = history.step(node).step;
     for (const QString& key : step.userAttributeKeys)
         values.insert(tr("Attribute “%1”").arg(history.stepText(node, key)),
-                      (history.stepText(node, step.userAttributes.value(key)) + QLatin1Char(' ')
-                       + history.stepText(node, step.userAttributeUnits.value(key)))
+                      (history.stepText(node, step.userAttributes.value(key)) + QLatin1Char(' ') +
+                       history.stepText(node, step.userAttributeUnits.value(key)))
                           .trimmed());
     return values;
 }

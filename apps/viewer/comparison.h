@@ -22,9 +22,9 @@ struct FieldPair
 /// A step of the left document beside its partner in the right one.
 struct ComparisonRow
 {
-    int left = -1;  ///< Node, -1 where only the right document has the step.
-    int right = -1; ///< Likewise.
-    bool moved = false; ///< It follows another step than its partner does.
+    int left = -1;       ///< Node, -1 where only the right document has the step.
+    int right = -1;      ///< Likewise.
+    bool moved = false;  ///< It follows another step than its partner does.
     QStringList changed; ///< The fields that differ, for people.
 
     bool isSame() const { return left >= 0 && right >= 0 && !moved && changed.isEmpty(); }

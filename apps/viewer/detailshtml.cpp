@@ -98,8 +98,9 @@ QString fileList(const History& history, const CheckResults& results, int node,
     const QList<FileSummary>& files = history.step(node).step.files;
     for (int i = 0; i < files.size(); ++i) {
         const Place place{node, i};
-        const bool other = purpose.isEmpty() && files.at(i).filePurpose != QLatin1String("InFile")
-                           && files.at(i).filePurpose != QLatin1String("OutFile");
+        const bool other = purpose.isEmpty() &&
+                           files.at(i).filePurpose != QLatin1String("InFile") &&
+                           files.at(i).filePurpose != QLatin1String("OutFile");
         if ((!other && files.at(i).filePurpose != purpose) || history.isOwnSummary(place))
             continue;
         if (++count > listedFiles)
@@ -122,8 +123,8 @@ QString fileList(const History& history, const CheckResults& results, int node,
     if (count > listedFiles)
         items += QStringLiteral("<li>%1</li>")
                      .arg(tr("… and %1 more; the outline lists them all").arg(count - listedFiles));
-    return heading(QStringLiteral("%1 (%2)").arg(title).arg(count))
-           + QStringLiteral("<ul style='margin-left:14px; -qt-list-indent:0'>%1</ul>").arg(items);
+    return heading(QStringLiteral("%1 (%2)").arg(title).arg(count)) +
+           QStringLiteral("<ul style='margin-left:14px; -qt-list-indent:0'>%1</ul>").arg(items);
 }
 
 QString stepHtml(const History& history, const CheckResults& results, int node)
@@ -191,19 +192,19 @@ QString fileHtml(const History& history, const CheckResults& results, const Plac
     rows += row(tr("What it is"), escaped(history.isOwnSummary(place)
                                               ? tr("The description of its step, for programs")
                                               : purposeName(file.filePurpose)));
-    rows += row(tr("Step"), QStringLiteral("<a href='%1'>%2</a>")
-                                .arg(linkTo({place.node, -1}),
-                                     escaped(history.step(place.node).title)));
+    rows += row(tr("Step"),
+                QStringLiteral("<a href='%1'>%2</a>")
+                    .arg(linkTo({place.node, -1}), escaped(history.step(place.node).title)));
     rows += row(tr("Description"), shown(file.description));
     rows += row(tr("Comment"), shown(file.comment));
     rows += row(tr("Type"), shown(file.filetype));
     rows += row(tr("Size"), escaped(exactSize(file.uncompressedSize)));
     if (file.tagId >= 0)
-        rows += row(tr("Size in the document"),
-                    escaped(exactSize(file.compressedSize))
-                        + (file.compressedMethod == QLatin1String("flate")
-                               ? QStringLiteral(", ") + escaped(tr("packed"))
-                               : QString()));
+        rows +=
+            row(tr("Size in the document"), escaped(exactSize(file.compressedSize)) +
+                                                (file.compressedMethod == QLatin1String("flate")
+                                                     ? QStringLiteral(", ") + escaped(tr("packed"))
+                                                     : QString()));
     rows += row(tr("Last changed"), shown(file.lastModified));
     rows += row(tr("Was kept in"), shown(file.filepath));
     rows += row(tr("Used as"), flags(file));
@@ -245,8 +246,7 @@ QString detailsHtml(const History& history, const CheckResults& results, const P
 QString overviewHtml(const History& history, const CheckResults& results)
 {
     const HistoryContainer& document = history.containers().first();
-    QString html =
-        QStringLiteral("<h2>%1</h2>").arg(escaped(cli::printable(history.name())));
+    QString html = QStringLiteral("<h2>%1</h2>").arg(escaped(cli::printable(history.name())));
     QString rows;
     rows += row(tr("Size"), escaped(exactSize(document.bytes)));
     rows += row(tr("Steps"), QString::number(document.parser->getNumSections()));

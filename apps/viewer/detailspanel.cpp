@@ -13,8 +13,9 @@
 namespace lorix::viewer {
 
 DetailsPanel::DetailsPanel(QWidget* parent)
-    : QWidget(parent), m_page(new QTextBrowser), m_extract(new QPushButton(tr("Extract this file …"))),
-      m_preview(new PreviewPane), m_splitter(new QSplitter(Qt::Vertical))
+    : QWidget(parent), m_page(new QTextBrowser),
+      m_extract(new QPushButton(tr("Extract this file …"))), m_preview(new PreviewPane),
+      m_splitter(new QSplitter(Qt::Vertical))
 {
     m_page->setOpenLinks(false);
     m_page->setAccessibleName(tr("Details of the selected step or file"));

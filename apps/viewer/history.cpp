@@ -149,8 +149,8 @@ bool History::isOwnSummary(const Place& place) const
 {
     const HistoryStep& step = m_steps.at(place.node);
     const FileSummary& summary = file(place);
-    return !step.sectionless && summary.fromTags && place.file + 1 == step.step.files.size()
-           && summary.filename == QLatin1String("ws_summary.xml");
+    return !step.sectionless && summary.fromTags && place.file + 1 == step.step.files.size() &&
+           summary.filename == QLatin1String("ws_summary.xml");
 }
 
 int History::embeddedFiles() const
@@ -184,9 +184,8 @@ QString History::fileText(const Place& place, const QString& text) const
         return shown(text, true);
     const auto& parser = m_containers.at(m_steps.at(place.node).container).parser;
     const auto tag = parser ? parser->getFile(summary.tagId) : nullptr;
-    const bool inMarker = tag
-                          && (text == tag->filename || text == tag->desc || text == tag->comment
-                              || text == tag->filetype);
+    const bool inMarker = tag && (text == tag->filename || text == tag->desc ||
+                                  text == tag->comment || text == tag->filetype);
     return shown(text, inMarker);
 }
 

@@ -33,12 +33,12 @@ inline size_t qHash(const Place& place, size_t seed = 0)
 struct HistoryContainer
 {
     QSharedPointer<LorixParser> parser;
-    QString name;        ///< For people: the file name, without folders.
-    Place embedding;     ///< The file that holds it; null for the document itself.
-    int parent = -1;     ///< The container around it.
-    int depth = 0;       ///< 0 for the document itself.
-    qint64 bytes = 0;    ///< Size of the file.
-    QList<int> nodes;    ///< Its steps, newest first, after the files without a step.
+    QString name;     ///< For people: the file name, without folders.
+    Place embedding;  ///< The file that holds it; null for the document itself.
+    int parent = -1;  ///< The container around it.
+    int depth = 0;    ///< 0 for the document itself.
+    qint64 bytes = 0; ///< Size of the file.
+    QList<int> nodes; ///< Its steps, newest first, after the files without a step.
 };
 
 /// One step with its place among the containers.

@@ -36,8 +36,7 @@ void FrameItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
     painter->setFont(font);
     painter->setPen(option->palette.color(QPalette::Text));
     const QRectF title(m_frame.left() + PictureLayout::frameMargin, m_frame.top() + 6,
-                       m_frame.width() - 2 * PictureLayout::frameMargin,
-                       PictureLayout::frameTitle);
+                       m_frame.width() - 2 * PictureLayout::frameMargin, PictureLayout::frameTitle);
     painter->drawText(title, Qt::AlignVCenter,
                       painter->fontMetrics().elidedText(m_title, Qt::ElideMiddle,
                                                         static_cast<int>(title.width())));

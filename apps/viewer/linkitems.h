@@ -12,8 +12,7 @@ class FrameItem : public QGraphicsItem
 public:
     FrameItem(const QRectF& frame, const QString& title);
     QRectF boundingRect() const override;
-    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
-               QWidget* widget) override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 private:
     QRectF m_frame;
@@ -27,8 +26,7 @@ public:
     /// Dashed where a file leads to the history inside of it.
     LinkItem(const QPolygonF& way, bool dashed);
     QRectF boundingRect() const override;
-    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
-               QWidget* widget) override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 private:
     QPolygonF m_way;

@@ -19,8 +19,8 @@ int main(int argc, char* argv[])
                                                  QIcon(QStringLiteral(":/lorix-viewer.svg"))));
 
     QTranslator translator;
-    const QString translations = QApplication::applicationDirPath()
-                                 + QStringLiteral("/../share/lorix/translations");
+    const QString translations =
+        QApplication::applicationDirPath() + QStringLiteral("/../share/lorix/translations");
     if (translator.load(QLocale(), QStringLiteral("lorix-viewer"), QStringLiteral("_"),
                         translations))
         QApplication::installTranslator(&translator);

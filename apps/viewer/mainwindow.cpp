@@ -29,11 +29,10 @@ namespace lorix::viewer {
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), m_log(new LogPane(this)), m_loader(new HistoryLoader(m_log, this)),
-      m_checker(new Checker(m_log, this)), m_centre(new QStackedWidget),
-      m_welcome(new WelcomePage), m_document(new QWidget), m_verdict(new VerdictBar),
-      m_tabs(new QTabWidget), m_picture(new PictureView), m_model(new OutlineModel(this)),
-      m_outline(new QTreeView), m_compare(new ComparePage(m_log)), m_details(new DetailsPanel),
-      m_busy(new BusyBar)
+      m_checker(new Checker(m_log, this)), m_centre(new QStackedWidget), m_welcome(new WelcomePage),
+      m_document(new QWidget), m_verdict(new VerdictBar), m_tabs(new QTabWidget),
+      m_picture(new PictureView), m_model(new OutlineModel(this)), m_outline(new QTreeView),
+      m_compare(new ComparePage(m_log)), m_details(new DetailsPanel), m_busy(new BusyBar)
 {
     setAcceptDrops(true);
     m_model->setResults(&m_checker->results());
@@ -191,8 +190,8 @@ void MainWindow::showProblem(const QString& path, const QString& problem)
     dropHistory();
     Settings::removeRecentFile(path);
     refreshRecent();
-    const QString text = tr("“%1” cannot be opened. %2")
-                             .arg(cli::printable(QFileInfo(path).fileName()), problem);
+    const QString text =
+        tr("“%1” cannot be opened. %2").arg(cli::printable(QFileInfo(path).fileName()), problem);
     m_welcome->setProblem(text);
     m_log->log(text, 2);
     Q_EMIT documentFailed();

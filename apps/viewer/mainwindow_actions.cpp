@@ -47,8 +47,8 @@ void MainWindow::buildActions()
     buildFileActions();
     buildViewActions();
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(addAction(QStringLiteral("about"), tr("&About lorix viewer"), {},
-                              &MainWindow::showAbout));
+    help->addAction(
+        addAction(QStringLiteral("about"), tr("&About lorix viewer"), {}, &MainWindow::showAbout));
     refreshSymbols();
 }
 

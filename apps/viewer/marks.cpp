@@ -14,8 +14,8 @@ void drawValid(QPainter& painter, bool dark)
     painter.setPen(Qt::NoPen);
     painter.setBrush(dark ? QColor(0x3f, 0xb9, 0x6b) : QColor(0x1b, 0x7f, 0x3f));
     painter.drawEllipse(QRectF(1, 1, 14, 14));
-    painter.setPen(QPen(dark ? Qt::black : Qt::white, 2.2, Qt::SolidLine, Qt::RoundCap,
-                        Qt::RoundJoin));
+    painter.setPen(
+        QPen(dark ? Qt::black : Qt::white, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolyline(QPolygonF({{4.6, 8.4}, {7.0, 10.8}, {11.4, 5.6}}));
 }
 
@@ -121,8 +121,9 @@ void drawNested(QPainter& p)
 
 Draw drawing(Symbol symbol)
 {
-    static const Draw all[] = {drawOpen,   drawCheck,   drawFind, drawExtract, drawCompare, drawZoomIn,
-                               drawZoomOut, drawFit, drawStep,    drawFile,    drawNested};
+    static const Draw all[] = {drawOpen,    drawCheck,  drawFind,    drawExtract,
+                               drawCompare, drawZoomIn, drawZoomOut, drawFit,
+                               drawStep,    drawFile,   drawNested};
     return all[static_cast<int>(symbol)];
 }
 

@@ -72,7 +72,8 @@ QModelIndex OutlineModel::indexOf(const Place& place) const
     const int number = m_byPlace.value(place, -1);
     if (number < 0)
         return {};
-    return createIndex(m_entries[static_cast<size_t>(number)].row, 0, static_cast<quintptr>(number));
+    return createIndex(m_entries[static_cast<size_t>(number)].row, 0,
+                       static_cast<quintptr>(number));
 }
 
 QModelIndex OutlineModel::index(int row, int column, const QModelIndex& parent) const

@@ -26,9 +26,9 @@ struct PictureLayout
     static constexpr qreal frameMargin = 16;
     static constexpr qreal frameTitle = 26; ///< Height of the line that names a frame.
 
-    QList<QPointF> boxes;  ///< Top left corner by node.
-    QList<QRectF> frames;  ///< Around its boxes, by container.
-    QRectF bounds;         ///< Around everything.
+    QList<QPointF> boxes; ///< Top left corner by node.
+    QList<QRectF> frames; ///< Around its boxes, by container.
+    QRectF bounds;        ///< Around everything.
 };
 
 } // namespace lorix::viewer

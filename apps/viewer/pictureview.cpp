@@ -62,9 +62,10 @@ void PictureView::build()
     const PictureLayout layout(history, heights);
     for (int i = 0; i < history.containers().size(); ++i)
         if (!layout.frames.at(i).isEmpty())
-            scene()->addItem(new FrameItem(
-                layout.frames.at(i), i == 0 ? history.containers().at(i).name
-                                            : tr("inside %1").arg(history.containers().at(i).name)));
+            scene()->addItem(
+                new FrameItem(layout.frames.at(i),
+                              i == 0 ? history.containers().at(i).name
+                                     : tr("inside %1").arg(history.containers().at(i).name)));
     for (int node = 0; node < count; ++node) {
         auto* const item = new StepItem(node, m_state);
         item->setPos(layout.boxes.at(node));
@@ -97,11 +98,11 @@ void PictureView::addLinks(const PictureLayout& layout, const QList<qreal>& heig
         }
         if (container.embedding.isNull() || container.nodes.isEmpty())
             continue;
-        const QPointF from = layout.boxes.at(container.nodes.first())
-                             + QPointF(0, heights.at(container.nodes.first()) / 2);
+        const QPointF from = layout.boxes.at(container.nodes.first()) +
+                             QPointF(0, heights.at(container.nodes.first()) / 2);
         const int holder = container.embedding.node;
-        const QPointF to = layout.boxes.at(holder)
-                           + QPointF(PictureLayout::boxWidth, heights.at(holder) / 2);
+        const QPointF to =
+            layout.boxes.at(holder) + QPointF(PictureLayout::boxWidth, heights.at(holder) / 2);
         const qreal turn = to.x() + (PictureLayout::columnGap - PictureLayout::frameMargin) / 2;
         scene()->addItem(new LinkItem(
             QPolygonF({from, QPointF(turn, from.y()), QPointF(turn, to.y()), to}), true));
@@ -132,8 +133,8 @@ void PictureView::setCurrent(const Place& place)
 QRect PictureView::boxOnScreen(int node) const
 {
     const StepItem* const item = m_items.at(node);
-    const QRectF box(item->pos(), QSizeF(PictureLayout::boxWidth,
-                                         StepItem::heightOf(*m_state.history, node)));
+    const QRectF box(item->pos(),
+                     QSizeF(PictureLayout::boxWidth, StepItem::heightOf(*m_state.history, node)));
     return mapFromScene(box).boundingRect();
 }
 
@@ -193,9 +194,9 @@ Place PictureView::placeAt(const QPoint& where) const
 Place PictureView::neighbour(int key) const
 {
     const History& history = *m_state.history;
-    if (m_state.current.isNull())
-        return history.steps().isEmpty() ? Place() : Place{0, -1};
-    const int node = m_state.current.node;
+    if (m_state.current.isNull() && key != Qt::Key_End)
+        return {0, -1};
+    const int node = std::max(m_state.current.node, 0);
     const HistoryContainer& container = history.containers().at(history.step(node).container);
     const int row = static_cast<int>(container.nodes.indexOf(node));
     switch (key) {
@@ -205,8 +206,7 @@ Place PictureView::neighbour(int key) const
         return row + 1 < container.nodes.size() ? Place{container.nodes.at(row + 1), -1}
                                                 : Place{node, -1};
     case Qt::Key_Left:
-        return container.embedding.isNull() ? m_state.current
-                                            : Place{container.embedding.node, -1};
+        return container.embedding.isNull() ? m_state.current : Place{container.embedding.node, -1};
     case Qt::Key_Right:
         for (const HistoryContainer& nested : history.containers())
             if (nested.embedding.node == node && !nested.nodes.isEmpty())

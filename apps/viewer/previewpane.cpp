@@ -129,8 +129,8 @@ void PreviewPane::scaleImage()
     if (m_image.isNull())
         return;
     const QSize room = size().boundedTo(m_image.size());
-    m_picture->setPixmap(QPixmap::fromImage(
-        m_image.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+    m_picture->setPixmap(
+        QPixmap::fromImage(m_image.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
 }
 
 QString PreviewPane::text() const

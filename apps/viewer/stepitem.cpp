@@ -114,9 +114,9 @@ QString StepItem::matchText() const
 void StepItem::paintFrame(QPainter& painter, const QPalette& palette, bool small) const
 {
     const bool current = m_state.current.node == m_node;
-    const bool damaged = m_state.results
-                         && m_state.results->of(*m_state.history, {m_node, -1}).state
-                                == CheckState::Damaged;
+    const bool damaged =
+        m_state.results &&
+        m_state.results->of(*m_state.history, {m_node, -1}).state == CheckState::Damaged;
     QColor line = palette.color(QPalette::Text);
     line.setAlphaF(0.45F);
     QPen pen(line, small ? 2.5 : 1.2);

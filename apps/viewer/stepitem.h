@@ -36,8 +36,7 @@ public:
 
     int type() const override { return Type; }
     QRectF boundingRect() const override;
-    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
-               QWidget* widget) override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 private:
     void paintFrame(QPainter& painter, const QPalette& palette, bool small) const;

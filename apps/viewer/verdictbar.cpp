@@ -46,8 +46,9 @@ void VerdictBar::say(CheckState state, const QString& text)
     m_state = state;
     m_mark->setPixmap(markIcon(state, palette()).pixmap(24, 24));
     m_text->setText(text);
-    m_button->setText(m_running ? tr("Stop") : state == CheckState::NotChecked ? tr("Check")
-                                                                               : tr("Check again"));
+    m_button->setText(m_running                         ? tr("Stop")
+                      : state == CheckState::NotChecked ? tr("Check")
+                                                        : tr("Check again"));
     m_showDamage->setVisible(state == CheckState::Damaged);
 }
 
@@ -78,8 +79,8 @@ void VerdictBar::showResults(const CheckResults& results)
             tr("Damaged: %1 of %2 parts are not as they were recorded. The marks show which, and "
                "their pages say why.")
                     .arg(results.damaged())
-                    .arg(results.checked())
-                + first);
+                    .arg(results.checked()) +
+                first);
     else if (errors > 0)
         say(CheckState::Damaged, tr("Damaged: the history does not hold together.") + first);
     else if (!results.isComplete())
@@ -91,8 +92,8 @@ void VerdictBar::showResults(const CheckResults& results)
     else
         say(CheckState::Valid,
             tr("Valid: all %1 parts, steps and files, are unchanged since they were recorded.")
-                    .arg(results.checked())
-                + first);
+                    .arg(results.checked()) +
+                first);
 }
 
 QString VerdictBar::text() const
