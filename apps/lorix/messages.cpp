@@ -21,7 +21,7 @@ QList<Message> Messages::takeAll()
     return std::exchange(m_kept, {});
 }
 
-void Messages::log(QString text, int type)
+void Messages::log(const QString& text, int type)
 {
     if (m_take)
         m_take({text, type});

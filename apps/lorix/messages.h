@@ -34,7 +34,7 @@ public:
     QList<Message> takeAll();
 
 public Q_SLOTS:
-    void log(QString text, int type);
+    void log(const QString& text, int type);
 
 private:
     std::function<void(const Message&)> m_take;
