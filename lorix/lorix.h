@@ -67,6 +67,12 @@
 #include <lorix/tree/workflowtreenode.h>
 
 // The query language.
+#include <lorix/query/cnfconstruction.h>
+#include <lorix/query/cnfdisjunction.h>
+#include <lorix/query/cnfliteral.h>
+#include <lorix/query/cnfliteralindex.h>
+#include <lorix/query/cnfoperand.h>
+#include <lorix/query/conjunctivenormalform.h>
 #include <lorix/query/expressiontreenode.h>
 #include <lorix/query/expressionvalue.h>
 #include <lorix/query/operatortable.h>

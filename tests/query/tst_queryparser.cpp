@@ -58,7 +58,7 @@ void TestQueryParser::compilesAsThePlainStagesDo()
     QFETCH(const int, kind);
     RandomQuery random(57 + quint32(kind));
     const QStringList names = {QString(), QStringLiteral("a"), QStringLiteral("b")};
-    for (int i = 0; i < randomRuns(20000); ++i) {
+    for (int i = 0; i < randomRuns(10000); ++i) {
         QString query = kind == 2 ? random.soup(12) : random.query(names, 1 + random.below(5));
         if (kind == 1) {
             const int at = random.below(int(query.size()));
