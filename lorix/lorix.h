@@ -75,8 +75,11 @@
 #include <lorix/query/conjunctivenormalform.h>
 #include <lorix/query/expressiontreenode.h>
 #include <lorix/query/expressionvalue.h>
+#include <lorix/query/lorixfindquery.h>
 #include <lorix/query/operatortable.h>
+#include <lorix/query/querycandidate.h>
 #include <lorix/query/queryerror.h>
+#include <lorix/query/queryevaluation.h>
 #include <lorix/query/querylexer.h>
 #include <lorix/query/queryoperators.h>
 #include <lorix/query/queryparser.h>
