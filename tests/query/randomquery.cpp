@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <query/randomquery.h>
 
-#include <algorithm>
-
 QString RandomQuery::text(const QStringList& pieces, int most)
 {
     QString result;
@@ -115,11 +113,4 @@ QString RandomQuery::query(const QStringList& names, int size)
     default:
         return u'(' + both + u')';
     }
-}
-
-int randomRuns(int usual)
-{
-    bool ok = false;
-    const int factor = qEnvironmentVariableIntValue("LORIX_RANDOM_RUNS", &ok);
-    return ok ? usual * std::max(factor, 1) : usual;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <support/randomruns.h>
+
 #include <QRandomGenerator>
 #include <QString>
 #include <QStringList>
@@ -33,6 +35,3 @@ private:
 
     QRandomGenerator m_random;
 };
-
-/// `usual` times LORIX_RANDOM_RUNS, which is 1 unless set.
-int randomRuns(int usual);
