@@ -53,9 +53,9 @@ struct Bounds
     int queryClauses = 100000;
 
     /// Literals of all clauses of one normal form, since a few clauses can be
-    /// long; about 200 bytes of memory each. The longest query that a command
-    /// line takes (some 100 000 characters) stays far below.
-    int queryLiterals = 1000000;
+    /// long; about 100 bytes of memory each. Sixteen pairs joined by "||", just
+    /// below queryClauses, make half as many.
+    int queryLiterals = 2000000;
 
     /// Largest argument file that the command line tool reads, in bytes. A
     /// million words have some ten megabytes; reading takes about thirty times

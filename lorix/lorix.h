@@ -78,6 +78,7 @@
 #include <lorix/query/lorixfindquery.h>
 #include <lorix/query/operatortable.h>
 #include <lorix/query/querycandidate.h>
+#include <lorix/query/querycompletion.h>
 #include <lorix/query/queryerror.h>
 #include <lorix/query/queryevaluation.h>
 #include <lorix/query/querylexer.h>

@@ -7,6 +7,7 @@
 #include <apps/lorix/commands/delcommand.h>
 #include <apps/lorix/commands/extractcommand.h>
 #include <apps/lorix/commands/filescommand.h>
+#include <apps/lorix/commands/findcommand.h>
 #include <apps/lorix/commands/helpcommand.h>
 #include <apps/lorix/commands/infocommand.h>
 #include <apps/lorix/commands/schemacommand.h>
@@ -30,6 +31,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<SummaryCommand>());
     commands.push_back(std::make_unique<ValidateCommand>());
     commands.push_back(std::make_unique<ExtractCommand>());
+    commands.push_back(std::make_unique<FindCommand>());
     commands.push_back(std::make_unique<AddCommand>());
     commands.push_back(std::make_unique<DelCommand>());
     commands.push_back(std::make_unique<ArgsCommand>());

@@ -4,6 +4,7 @@
 #include <lorix/export.h>
 #include <lorix/query/cnfoperand.h>
 
+#include <QExplicitlySharedDataPointer>
 #include <QSet>
 #include <QString>
 
@@ -14,7 +15,10 @@ namespace lorix {
 class LORIX_EXPORT CNFLiteral
 {
 public:
-    CNFLiteral() = default; ///< Invalid.
+    CNFLiteral(); ///< Invalid.
+    ~CNFLiteral();
+    CNFLiteral(const CNFLiteral& other);
+    CNFLiteral& operator=(const CNFLiteral& other);
 
     /// A predicate; `op` is the operator's name, such as "==" or "%contains".
     CNFLiteral(bool negated, const CNFOperand& left, const QString& op, const CNFOperand& right);
@@ -24,8 +28,8 @@ public:
 
     bool isNegated() const { return m_negated; }
     void setNegated(bool negated) { m_negated = negated; }
-    bool isPredicate() const { return m_kind == Kind::Predicate; }
-    bool isBoolVariable() const { return m_kind == Kind::BoolVariable; }
+    bool isPredicate() const;
+    bool isBoolVariable() const;
 
     // Invalid operands and an empty name unless a predicate.
     CNFOperand left() const;
@@ -38,13 +42,11 @@ public:
     QSet<QString> variableNames() const;
 
 private:
-    enum class Kind { Invalid, Predicate, BoolVariable };
+    struct Content;
 
-    Kind m_kind = Kind::Invalid;
+    // Shared, since a normal form repeats its literals; null when invalid.
+    QExplicitlySharedDataPointer<const Content> m_content;
     bool m_negated = false;
-    CNFOperand m_left; // The variable of a boolean variable.
-    QString m_op;
-    CNFOperand m_right;
 };
 
 } // namespace lorix

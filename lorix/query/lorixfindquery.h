@@ -38,8 +38,8 @@ struct QueryBinding
 ///     else if (query.matches(summaries, &bindings))
 ///         show(bindings);
 ///
-/// Matching changes nothing in the object but caches, so that one object must
-/// not be used by several threads at the same time.
+/// Matching changes nothing in the object but caches, which copies share: make
+/// an object of its own for every thread.
 class LORIX_EXPORT LorixFindQuery
 {
 public:
