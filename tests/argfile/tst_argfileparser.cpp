@@ -166,7 +166,8 @@ void TestArgfileParser::tokenKeepsWhatItIsMadeOf()
     QCOMPARE(token.position(), 7);
     QCOMPARE(token.originalText(), QStringLiteral("'ab'"));
     QCOMPARE(token.originalLength(), 4);
-    const ArgfileToken copy = token;
+    ArgfileToken copy(TokenSeparator, 1, QString());
+    copy = token;
     QCOMPARE(shown({copy}), shown({token}));
 }
 

@@ -45,7 +45,7 @@ public:
     QString last;
 
 public Q_SLOTS:
-    void log(QString message, int)
+    void log(const QString& message, int)
     {
         characters += message.size();
         ++messages;
@@ -62,7 +62,7 @@ public:
     explicit Listener(std::function<void(const QString&)> heard) : m_heard(std::move(heard)) {}
 
 public Q_SLOTS:
-    void log(QString message, int) { m_heard(message); }
+    void log(const QString& message, int) { m_heard(message); }
 
 private:
     std::function<void(const QString&)> m_heard;
