@@ -4,9 +4,11 @@
 #include <apps/viewer/busybar.h>
 #include <apps/viewer/comparepage.h>
 #include <apps/viewer/detailspanel.h>
+#include <apps/viewer/findpanel.h>
 #include <apps/viewer/logpane.h>
 #include <apps/viewer/outlinemodel.h>
 #include <apps/viewer/pictureview.h>
+#include <apps/viewer/queryedit.h>
 #include <apps/viewer/settings.h>
 #include <apps/viewer/verdictbar.h>
 #include <apps/viewer/welcomepage.h>
@@ -32,7 +34,8 @@ MainWindow::MainWindow(QWidget* parent)
       m_checker(new Checker(m_log, this)), m_centre(new QStackedWidget), m_welcome(new WelcomePage),
       m_document(new QWidget), m_verdict(new VerdictBar), m_tabs(new QTabWidget),
       m_picture(new PictureView), m_model(new OutlineModel(this)), m_outline(new QTreeView),
-      m_compare(new ComparePage(m_log)), m_details(new DetailsPanel), m_busy(new BusyBar)
+      m_compare(new ComparePage(m_log)), m_details(new DetailsPanel), m_find(new FindPanel),
+      m_busy(new BusyBar)
 {
     setAcceptDrops(true);
     m_model->setResults(&m_checker->results());
@@ -53,6 +56,8 @@ MainWindow::~MainWindow()
     m_loader->cancel();
     m_checker->disconnect(this);
     m_compare->setHistory({});
+    m_find->disconnect(this);
+    m_find->setHistory({});
 }
 
 void MainWindow::buildCentre()
@@ -61,6 +66,9 @@ void MainWindow::buildCentre()
     m_outline->setUniformRowHeights(true);
     m_outline->setAlternatingRowColors(true);
     m_outline->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_outline->setDragEnabled(true);
+    m_outline->setDragDropMode(QAbstractItemView::DragOnly);
+    m_model->setFileProvider([this](const Place& place) { return fileForDrag(place); });
     m_outline->setAccessibleName(tr("Outline of the history"));
     m_outline->header()->setStretchLastSection(true);
     m_tabs->setDocumentMode(true);
@@ -87,6 +95,12 @@ void MainWindow::buildDocks()
     m_logDock->setObjectName(QStringLiteral("logDock"));
     m_logDock->setWidget(m_log);
     addDockWidget(Qt::BottomDockWidgetArea, m_logDock);
+    m_findDock = new QDockWidget(tr("Find"));
+    m_findDock->setObjectName(QStringLiteral("findDock"));
+    m_findDock->setWidget(m_find);
+    addDockWidget(Qt::BottomDockWidgetArea, m_findDock);
+    tabifyDockWidget(m_logDock, m_findDock);
+    m_findDock->hide();
     resizeDocks({m_detailsDock}, {400}, Qt::Horizontal);
     resizeDocks({m_logDock}, {110}, Qt::Vertical);
     m_logDock->hide();
@@ -99,6 +113,9 @@ void MainWindow::connectParts()
     connect(m_welcome, &WelcomePage::openRequested, this, &MainWindow::chooseDocument);
     connect(m_welcome, &WelcomePage::fileChosen, this, &MainWindow::openDocument);
     connect(m_picture, &PictureView::placeChosen, this, &MainWindow::setCurrent);
+    connect(m_picture, &PictureView::dragRequested, this, &MainWindow::dragAway);
+    connect(m_details, &DetailsPanel::extractRequested, this,
+            [this](const Place& place) { extract({place}); });
     connect(m_details, &DetailsPanel::placeChosen, this, &MainWindow::setCurrent);
     connect(m_outline->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& index) { setCurrent(m_model->placeOf(index)); });
@@ -116,6 +133,8 @@ void MainWindow::connectParts()
     });
     connect(m_checker, &Checker::finished, this, &MainWindow::showCheckResults);
     connect(m_compare, &ComparePage::chooseRequested, this, &MainWindow::chooseOther);
+    connect(m_find, &FindPanel::placeChosen, this, &MainWindow::setCurrent);
+    connect(m_find, &FindPanel::matchesChanged, m_picture, &PictureView::setMatches);
     connect(m_log, &LogPane::trouble, this, [this] {
         statusBar()->showMessage(tr("There are new warnings or errors among the messages."), 8000);
     });
@@ -138,6 +157,7 @@ void MainWindow::dropHistory()
     m_model->setHistory({});
     m_details->setHistory({});
     m_compare->setHistory({});
+    m_find->setHistory({});
     m_verdict->showNotChecked();
     m_centre->setCurrentWidget(m_welcome);
     m_detailsDock->hide();
@@ -166,6 +186,7 @@ void MainWindow::showHistory(const QSharedPointer<History>& history)
     m_model->setHistory(history);
     m_details->setHistory(history);
     m_compare->setHistory(history);
+    m_find->setHistory(history);
     m_centre->setCurrentWidget(m_document);
     m_tabs->setCurrentWidget(m_picture);
     m_detailsDock->show();
@@ -261,6 +282,13 @@ void MainWindow::selectFirstDamage()
         return;
     }
     m_details->setCurrent(Place());
+}
+
+void MainWindow::showFind()
+{
+    m_findDock->show();
+    m_findDock->raise();
+    m_find->edit()->setFocus();
 }
 
 void MainWindow::compareWith(const QString& path)

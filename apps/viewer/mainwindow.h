@@ -7,6 +7,9 @@
 
 #include <QMainWindow>
 #include <QPair>
+#include <QTemporaryDir>
+
+#include <memory>
 
 QT_BEGIN_NAMESPACE
 class QMenu;
@@ -20,6 +23,7 @@ namespace lorix::viewer {
 class BusyBar;
 class ComparePage;
 class DetailsPanel;
+class FindPanel;
 class LogPane;
 class OutlineModel;
 class PictureView;
@@ -45,6 +49,10 @@ public:
     /// Asks for a document and compares the one that is open with it.
     void compareWith(const QString& path);
 
+    /// Puts an embedded file into a folder that goes with the window, and gives
+    /// its path; empty where that cannot be done. For dragging it away.
+    QString fileForDrag(const Place& place);
+
     Checker* checker() const { return m_checker; }
     PictureView* picture() const { return m_picture; }
     QTreeView* outline() const { return m_outline; }
@@ -52,6 +60,7 @@ public:
     VerdictBar* verdict() const { return m_verdict; }
     WelcomePage* welcome() const { return m_welcome; }
     ComparePage* compare() const { return m_compare; }
+    FindPanel* findPanel() const { return m_find; }
     LogPane* logPane() const { return m_log; }
 
 Q_SIGNALS:
@@ -88,6 +97,12 @@ private:
     void stopWork();
     void showCheckResults();
     void selectFirstDamage();
+    void showFind();
+    void extractSelected();
+    void extractAll();
+    void extract(const QList<Place>& places);
+    void dragAway(const Place& place);
+    QList<Place> selectedPlaces() const;
     void showAbout();
     void dropHistory();
 
@@ -96,6 +111,7 @@ private:
     Checker* m_checker;
     QSharedPointer<History> m_history;
     Place m_current;
+    std::unique_ptr<QTemporaryDir> m_dragFolder;
 
     QStackedWidget* m_centre;
     WelcomePage* m_welcome;
@@ -107,8 +123,10 @@ private:
     QTreeView* m_outline;
     ComparePage* m_compare;
     DetailsPanel* m_details;
+    FindPanel* m_find;
     BusyBar* m_busy;
     QDockWidget* m_detailsDock = nullptr;
+    QDockWidget* m_findDock = nullptr;
     QDockWidget* m_logDock = nullptr;
     QMenu* m_recentMenu = nullptr;
     QToolBar* m_toolBar = nullptr;

@@ -78,11 +78,26 @@ void MainWindow::buildFileActions()
         addAction(QStringLiteral("compare"), tr("Co&mpare with …"),
                   QKeySequence(Qt::CTRL | Qt::Key_D), &MainWindow::chooseOther);
     compare->setToolTip(tr("Compare the history with that of another document"));
+    QAction* const extractAction =
+        addAction(QStringLiteral("extractSelected"), tr("&Extract …"),
+                  QKeySequence(Qt::CTRL | Qt::Key_E), &MainWindow::extractSelected);
+    extractAction->setToolTip(tr("Save the selected files, or all files of the selected step"));
+    QAction* const everything =
+        addAction(QStringLiteral("extractAll"), tr("Extract e&verything …"),
+                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), &MainWindow::extractAll);
+    QAction* const find =
+        addAction(QStringLiteral("find"), tr("&Find …"), QKeySequence::Find, &MainWindow::showFind);
+    find->setToolTip(tr("Ask for steps and files by what is known about them"));
     document->addAction(check);
+    document->addAction(find);
+    document->addAction(extractAction);
+    document->addAction(everything);
     document->addAction(compare);
     addSymbol(check, Symbol::Check);
+    addSymbol(find, Symbol::Find);
+    addSymbol(extractAction, Symbol::Extract);
     addSymbol(compare, Symbol::Compare);
-    m_documentActions << close << check << compare;
+    m_documentActions << close << check << find << extractAction << everything << compare;
 }
 
 void MainWindow::buildViewActions()

@@ -6,6 +6,9 @@
 
 #include <apps/lorix/text.h>
 
+#include <QMimeData>
+#include <QUrl>
+
 namespace lorix::viewer {
 
 OutlineModel::OutlineModel(QObject* parent) : QAbstractItemModel(parent)
@@ -225,6 +228,23 @@ Qt::ItemFlags OutlineModel::flags(const QModelIndex& index) const
 QStringList OutlineModel::mimeTypes() const
 {
     return {QStringLiteral("text/uri-list")};
+}
+
+QMimeData* OutlineModel::mimeData(const QModelIndexList& indexes) const
+{
+    QList<QUrl> urls;
+    for (const QModelIndex& index : indexes) {
+        if (index.column() != Name || !m_fileProvider || !placeOf(index).isFile())
+            continue;
+        const QString path = m_fileProvider(placeOf(index));
+        if (!path.isEmpty())
+            urls.append(QUrl::fromLocalFile(path));
+    }
+    if (urls.isEmpty())
+        return nullptr;
+    auto* const data = new QMimeData;
+    data->setUrls(urls);
+    return data;
 }
 
 } // namespace lorix::viewer

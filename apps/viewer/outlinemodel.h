@@ -7,6 +7,7 @@
 #include <QIcon>
 #include <QPalette>
 
+#include <functional>
 #include <vector>
 
 namespace lorix::viewer {
@@ -42,6 +43,13 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+
+    /// What puts a file that is being dragged away on disk, and gives its path.
+    void setFileProvider(const std::function<QString(const Place&)>& provider)
+    {
+        m_fileProvider = provider;
+    }
 
 private:
     struct Entry
@@ -60,6 +68,7 @@ private:
 
     QSharedPointer<History> m_history;
     const CheckResults* m_results = nullptr;
+    std::function<QString(const Place&)> m_fileProvider;
     std::vector<Entry> m_entries;
     std::vector<int> m_top;
     QHash<Place, int> m_byPlace;

@@ -8,7 +8,11 @@
 #include <apps/viewer/outlinemodel.h>
 #include <apps/viewer/verdictbar.h>
 
+#include <support/containerbuilder.h>
+
+#include <QElapsedTimer>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QTreeView>
 #include <QtTest>
 
@@ -139,6 +143,37 @@ private Q_SLOTS:
         QVERIFY(m_window->checker()->results().notices().first().text.contains(
             "is not the one that was there"));
         QVERIFY(m_window->verdict()->text().startsWith("Damaged"));
+    }
+
+    // Records, for whoever looks at the log; machines differ too much to assert.
+    void recordsHowLongTheWindowIsKeptWaiting()
+    {
+        bool given = false;
+        const int megabytes = qEnvironmentVariableIntValue("LORIX_VIEWER_MB", &given);
+        QByteArray content((given ? megabytes : 16) * 1024 * 1024, 'x');
+        ContainerBuilder builder;
+        builder.start();
+        builder.section(
+            SectionSpec(QStringLiteral("big")).file(FileSpec(QStringLiteral("big.bin"), content)));
+        content.clear();
+        open("big.pdf", builder.bytes());
+        builder = ContainerBuilder();
+        QElapsedTimer sinceTick;
+        qint64 longest = 0;
+        int ticks = 0;
+        QTimer ticker;
+        connect(&ticker, &QTimer::timeout, this, [&] {
+            longest = std::max(longest, sinceTick.restart());
+            ++ticks;
+        });
+        QElapsedTimer all;
+        all.start();
+        sinceTick.start();
+        ticker.start(5);
+        check();
+        qInfo("checked in %lld ms; the window waited %lld ms at most (%d ticks)", all.elapsed(),
+              longest, ticks);
+        QVERIFY(m_window->verdict()->text().startsWith("Valid"));
     }
 
     void marksDifferInShapeNotInColourAlone()

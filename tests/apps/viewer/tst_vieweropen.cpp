@@ -12,6 +12,7 @@
 #include <apps/viewer/welcomepage.h>
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QListWidget>
 #include <QMimeData>
 #include <QTextBrowser>
@@ -256,6 +257,26 @@ private Q_SLOTS:
         QVERIFY2(visible.size() < 60, qPrintable(QString::number(visible.size())));
         press(m_window->picture(), Qt::Key_End);
         QCOMPARE(m_window->current(), placeOf("Step 1"));
+    }
+
+    // Records, for whoever looks at the log; machines differ too much to assert.
+    void recordsTheTimeToTheFirstPicture()
+    {
+        bool given = false;
+        const int steps = qEnvironmentVariableIntValue("LORIX_VIEWER_STEPS", &given);
+        const QString file =
+            samples::write(path("large.pdf"), samples::large(given ? steps : 100, 20));
+        QElapsedTimer timer;
+        timer.start();
+        open(file);
+        const qint64 opened = timer.elapsed();
+        QVERIFY(!m_window->picture()->grab().isNull());
+        const qint64 drawn = timer.restart();
+        m_window->picture()->zoomOut();
+        QVERIFY(!m_window->picture()->grab().isNull());
+        qInfo("opened in %lld ms, first picture after %lld ms, zoomed and drawn in %lld ms", opened,
+              drawn, timer.restart());
+        QCOMPARE(m_window->history()->steps().size(), given ? steps : 100);
     }
 
     void everyActionHasANameAndEveryViewToo()

@@ -46,6 +46,7 @@ void ViewerTest::press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modif
 
 void ViewerTest::click(const char* buttonName)
 {
+    QTest::qWait(20); // what has just been shown gets its place
     QPushButton* button = nullptr;
     for (QWidget* const window : QApplication::topLevelWidgets())
         if (auto* const found = window->findChild<QPushButton*>(QLatin1String(buttonName)))
