@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/viewer/checker.h>
 
+#include <apps/lorix/structure.h>
 #include <apps/lorix/text.h>
 
 #include <lorix/container/lorixparser.h>
@@ -20,6 +21,31 @@ const int chunkBytes = 400000; // a few milliseconds of hashing
 QString tr(const char* text)
 {
     return QCoreApplication::translate("Checker", text);
+}
+
+// A finding of the structure for people; nothing where the marks say it already.
+QString wordsFor(const QString& code, const QString& title)
+{
+    const QString step = cli::printable(cli::decodedField(title));
+    if (code == QLatin1String("chain.previousmd5.mismatch"))
+        return tr("the step before “%1” is not the one that was there when that step was added. "
+                  "A step may have been exchanged or taken out.")
+            .arg(step);
+    if (code == QLatin1String("chain.broken"))
+        return tr("the history is broken off: an older step should come before “%1” but cannot "
+                  "be found.")
+            .arg(step);
+    if (code == QLatin1String("chain.loop"))
+        return tr("the history leads back to itself at “%1”, so that older steps are out of reach.")
+            .arg(step);
+    if (code == QLatin1String("section.marker.damaged"))
+        return tr("there are remains of a step that cannot be read any more.");
+    if (code == QLatin1String("section.trailing"))
+        return tr("something was added behind the newest step. The steps are untouched, but no "
+                  "step says where that comes from.");
+    if (code == QLatin1String("file.sectionless"))
+        return tr("there are files that belong to no step.");
+    return {};
 }
 
 } // namespace
@@ -156,26 +182,21 @@ void Checker::work()
 }
 
 // What concerns no single step or file: links between steps that do not fit,
-// containers inside that cannot be read.
+// bytes that no step vouches for, containers inside that cannot be read.
 void Checker::addNotices()
 {
     for (const HistoryContainer& container : m_history->containers()) {
-        const QList<SectionTag> sections = container.parser->getSections();
-        for (int i = 0; i + 1 < sections.size(); ++i) {
-            const QString recorded = sections.at(i).previousmd5;
-            if (!recorded.isEmpty() && recorded != sections.at(i + 1).md5section)
-                m_results.addNotice(
-                    {true, tr("%1: the step before “%2” is not the one that was there when this "
-                              "step was added. A step may have been exchanged or taken out.")
-                               .arg(container.name, lorix::cli::printable(lorix::cli::decodedField(
-                                                        sections.at(i).title)))});
+        QStringList seen; // once for each kind is enough to act upon
+        for (const cli::Finding& finding :
+             cli::structureFindings(*container.parser, container.bytes)) {
+            const auto section = container.parser->getSection(finding.id);
+            const QString words = wordsFor(finding.code, section ? section->title : QString());
+            if (words.isEmpty() || seen.contains(finding.code))
+                continue;
+            seen.append(finding.code);
+            m_results.addNotice({finding.severity == QLatin1String("error"),
+                                 tr("%1: %2").arg(container.name, words)});
         }
-        if (!sections.isEmpty() && sections.last().previousmarker >= 0)
-            m_results.addNotice(
-                {true, tr("%1: the history is broken off: an older step should come before “%2” "
-                          "but cannot be found.")
-                           .arg(container.name, lorix::cli::printable(lorix::cli::decodedField(
-                                                    sections.last().title)))});
     }
     for (const SkippedContainer& skipped : m_history->tree().skippedContainers())
         m_results.addNotice(

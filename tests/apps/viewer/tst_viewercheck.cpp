@@ -176,6 +176,23 @@ private Q_SLOTS:
         QVERIFY(m_window->verdict()->text().startsWith("Valid"));
     }
 
+    void whatWasAddedBehindTheNewestStepIsToldAndIsNoDamage()
+    {
+        open("longer.pdf", samples::report() + "1 0 obj\n(more)\nendobj\n");
+        check();
+        QVERIFY2(m_window->verdict()->text().startsWith("Valid"),
+                 qPrintable(m_window->verdict()->text()));
+        QVERIFY(m_window->verdict()->text().contains("added behind the newest step"));
+        QVERIFY(m_window->logPane()->text().contains("Warning: "));
+    }
+
+    void untouchedDocumentHasNoNotices()
+    {
+        open("report.pdf", samples::report());
+        check();
+        QCOMPARE(m_window->checker()->results().notices().size(), 0);
+    }
+
     void marksDifferInShapeNotInColourAlone()
     {
         QList<QImage> shapes;
