@@ -50,7 +50,7 @@ CNFLiteral makeLiteral(QSharedPointer<ExpressionTreeNode> node)
     return literal;
 }
 
-CNFOperand makeOperand(QSharedPointer<ExpressionTreeNode> node)
+CNFOperand makeOperand(const QSharedPointer<ExpressionTreeNode>& node)
 {
     const ExpressionValue& value = node->value;
     if (value.isVariable())
@@ -62,16 +62,16 @@ CNFOperand makeOperand(QSharedPointer<ExpressionTreeNode> node)
 
 namespace lorix {
 
-ConjunctiveNormalForm constructCNF(QSharedPointer<ExpressionTreeNode> tree)
+ConjunctiveNormalForm constructCNF(const QSharedPointer<ExpressionTreeNode>& tree)
 {
     Bounds unbounded;
     unbounded.queryClauses = std::numeric_limits<int>::max();
     unbounded.queryLiterals = std::numeric_limits<int>::max();
-    return constructCNF(std::move(tree), unbounded, nullptr);
+    return constructCNF(tree, unbounded, nullptr);
 }
 
-ConjunctiveNormalForm constructCNF(QSharedPointer<ExpressionTreeNode> tree, const Bounds& bounds,
-                                   bool* exceeded)
+ConjunctiveNormalForm constructCNF(const QSharedPointer<ExpressionTreeNode>& tree,
+                                   const Bounds& bounds, bool* exceeded)
 {
     if (exceeded)
         *exceeded = false;

@@ -16,7 +16,7 @@
 LORIX_EXPORT lorix::CNFLiteral makeLiteral(QSharedPointer<lorix::ExpressionTreeNode> node);
 
 /// The operand that a node stands for, invalid unless a variable or a string.
-LORIX_EXPORT lorix::CNFOperand makeOperand(QSharedPointer<lorix::ExpressionTreeNode> node);
+LORIX_EXPORT lorix::CNFOperand makeOperand(const QSharedPointer<lorix::ExpressionTreeNode>& node);
 
 namespace lorix {
 
@@ -43,11 +43,11 @@ enum CNFLevel : int {
 ///
 /// The result may be exponentially larger than the tree; see the overload for
 /// queries of unknown origin.
-LORIX_EXPORT ConjunctiveNormalForm constructCNF(QSharedPointer<ExpressionTreeNode> tree);
+LORIX_EXPORT ConjunctiveNormalForm constructCNF(const QSharedPointer<ExpressionTreeNode>& tree);
 
 /// The same under Bounds::queryClauses and Bounds::queryLiterals. What passes
 /// them is not built: the result is empty and `*exceeded` true.
-LORIX_EXPORT ConjunctiveNormalForm constructCNF(QSharedPointer<ExpressionTreeNode> tree,
+LORIX_EXPORT ConjunctiveNormalForm constructCNF(const QSharedPointer<ExpressionTreeNode>& tree,
                                                 const Bounds& bounds, bool* exceeded);
 
 } // namespace lorix

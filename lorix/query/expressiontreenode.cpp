@@ -80,7 +80,7 @@ QDebug printTree(QDebug debug, const QSharedPointer<ExpressionTreeNode>& node, i
 
 QDebug operator<<(QDebug debug, const QSharedPointer<ExpressionTreeNode>& node)
 {
-    return printTree(debug, node, 0);
+    return printTree(std::move(debug), node, 0);
 }
 
 } // namespace lorix

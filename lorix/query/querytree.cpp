@@ -226,7 +226,7 @@ QSharedPointer<ExpressionTreeNode> expandImplicitTreeNodes(QSharedPointer<Expres
 }
 
 QSharedPointer<ExpressionTreeNode>
-makeAnyContainsNode(QSharedPointer<ExpressionTreeNode> stringNode)
+makeAnyContainsNode(const QSharedPointer<ExpressionTreeNode>& stringNode)
 {
     const int position = stringNode->position;
     Node node = Node::create(
@@ -237,7 +237,7 @@ makeAnyContainsNode(QSharedPointer<ExpressionTreeNode> stringNode)
     return node;
 }
 
-QSet<QString> expandUnnamedVariables(QSharedPointer<ExpressionTreeNode> node, int counter)
+QSet<QString> expandUnnamedVariables(const QSharedPointer<ExpressionTreeNode>& node, int counter)
 {
     return node ? VariableNamer().name(node, counter) : QSet<QString>();
 }

@@ -32,7 +32,7 @@ expandImplicitTreeNodes(QSharedPointer<lorix::ExpressionTreeNode> node, bool boo
 
 /// The test ":any %contains <string>".
 LORIX_EXPORT QSharedPointer<lorix::ExpressionTreeNode>
-makeAnyContainsNode(QSharedPointer<lorix::ExpressionTreeNode> stringNode);
+makeAnyContainsNode(const QSharedPointer<lorix::ExpressionTreeNode>& stringNode);
 
 /// Names the unnamed variables "@unnamed-<number>", beginning with
 /// `counter` + 1, and fills the nodes' sets of names. Gives the names in the
@@ -44,8 +44,8 @@ makeAnyContainsNode(QSharedPointer<lorix::ExpressionTreeNode> stringNode);
 ///
 /// In a query so large that the sets of all nodes would hold more than a
 /// million names, inner nodes below the root keep empty sets.
-LORIX_EXPORT QSet<QString> expandUnnamedVariables(QSharedPointer<lorix::ExpressionTreeNode> node,
-                                                  int counter);
+LORIX_EXPORT QSet<QString>
+expandUnnamedVariables(const QSharedPointer<lorix::ExpressionTreeNode>& node, int counter);
 
 namespace lorix {
 using ::createTree;

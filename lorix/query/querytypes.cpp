@@ -195,7 +195,7 @@ QString maybeWrongTypeStr(const QString& text, const QString& type)
     return QStringLiteral("\n'%1' may not be a %2.").arg(text, type);
 }
 
-void createErrorOneType(QSharedPointer<ExpressionTreeNode> node, const QString& left,
+void createErrorOneType(const QSharedPointer<ExpressionTreeNode>& node, const QString& left,
                         const QString& right, const QString& type, QList<QueryError>& errors)
 {
     const OperandFits operands(type, left, right);
@@ -220,7 +220,7 @@ void createErrorOneType(QSharedPointer<ExpressionTreeNode> node, const QString& 
     errors.append(makeTypeError(message, *node));
 }
 
-void createErrorTwoTypes(QSharedPointer<ExpressionTreeNode> node, const QString& left,
+void createErrorTwoTypes(const QSharedPointer<ExpressionTreeNode>& node, const QString& left,
                          const QString& right, const QString& typeA, const QString& typeB,
                          QList<QueryError>& errors)
 {
@@ -250,7 +250,7 @@ void createErrorTwoTypes(QSharedPointer<ExpressionTreeNode> node, const QString&
 
 namespace lorix {
 
-bool checkQueryTypes(QSharedPointer<ExpressionTreeNode> root, QList<QueryError>& errors)
+bool checkQueryTypes(const QSharedPointer<ExpressionTreeNode>& root, QList<QueryError>& errors)
 {
     const QString types = getTypes(root, getAttributeTypes(), errors);
     if (checkIfTypeFits(QStringLiteral("boolean"), types) != fits) {
@@ -263,33 +263,33 @@ bool checkQueryTypes(QSharedPointer<ExpressionTreeNode> root, QList<QueryError>&
     return !containsErrors(errors);
 }
 
-void checkLogicalOperators(QSharedPointer<ExpressionTreeNode> node, const QString& left,
+void checkLogicalOperators(const QSharedPointer<ExpressionTreeNode>& node, const QString& left,
                            const QString& right, QList<QueryError>& errors)
 {
-    createErrorOneType(std::move(node), left, right, QStringLiteral("boolean"), errors);
+    createErrorOneType(node, left, right, QStringLiteral("boolean"), errors);
 }
 
-void checkComparissonOperators(QSharedPointer<ExpressionTreeNode> node, const QString& left,
+void checkComparissonOperators(const QSharedPointer<ExpressionTreeNode>& node, const QString& left,
                                const QString& right, QList<QueryError>& errors)
 {
-    createErrorTwoTypes(std::move(node), left, right, QStringLiteral("number"),
-                        QStringLiteral("date"), errors);
+    createErrorTwoTypes(node, left, right, QStringLiteral("number"), QStringLiteral("date"),
+                        errors);
 }
 
-void checkStringOperators(QSharedPointer<ExpressionTreeNode> node, const QString& left,
+void checkStringOperators(const QSharedPointer<ExpressionTreeNode>& node, const QString& left,
                           const QString& right, QList<QueryError>& errors)
 {
-    createErrorOneType(std::move(node), left, right, QStringLiteral("string"), errors);
+    createErrorOneType(node, left, right, QStringLiteral("string"), errors);
 }
 
-void checkNumberOperators(QSharedPointer<ExpressionTreeNode> node, const QString& left,
+void checkNumberOperators(const QSharedPointer<ExpressionTreeNode>& node, const QString& left,
                           const QString& right, QList<QueryError>& errors)
 {
-    createErrorOneType(std::move(node), left, right, QStringLiteral("number"), errors);
+    createErrorOneType(node, left, right, QStringLiteral("number"), errors);
 }
 
-void checkUnaryLogicalOperators(QSharedPointer<ExpressionTreeNode> node, const QString& description,
-                                QList<QueryError>& errors)
+void checkUnaryLogicalOperators(const QSharedPointer<ExpressionTreeNode>& node,
+                                const QString& description, QList<QueryError>& errors)
 {
     const QString type = QStringLiteral("boolean");
     const int fit = checkIfTypeFits(type, description);

@@ -43,13 +43,13 @@ LORIX_EXPORT QString wrongTypeStr(const QString& text, const QString& type);
 LORIX_EXPORT QString maybeWrongTypeStr(const QString& text, const QString& type);
 
 /// Complains about operands that are not, or may not be, of one type.
-LORIX_EXPORT void createErrorOneType(QSharedPointer<lorix::ExpressionTreeNode> node,
+LORIX_EXPORT void createErrorOneType(const QSharedPointer<lorix::ExpressionTreeNode>& node,
                                      const QString& left, const QString& right, const QString& type,
                                      QList<lorix::QueryError>& errors);
 
 /// Complains about operands that are not, or may not be, both of the one or
 /// both of the other type.
-LORIX_EXPORT void createErrorTwoTypes(QSharedPointer<lorix::ExpressionTreeNode> node,
+LORIX_EXPORT void createErrorTwoTypes(const QSharedPointer<lorix::ExpressionTreeNode>& node,
                                       const QString& left, const QString& right,
                                       const QString& typeA, const QString& typeB,
                                       QList<lorix::QueryError>& errors);
@@ -67,29 +67,31 @@ using ::wrongTypeStr;
 
 /// Checks a tree as createTree() gives it. True when the query may be
 /// evaluated: nothing was recorded as an error, and the root is a boolean.
-LORIX_EXPORT bool checkQueryTypes(QSharedPointer<ExpressionTreeNode> root,
+LORIX_EXPORT bool checkQueryTypes(const QSharedPointer<ExpressionTreeNode>& root,
                                   QList<QueryError>& errors);
 
 /// "implizit &&", "&&" and "||": two booleans.
-LORIX_EXPORT void checkLogicalOperators(QSharedPointer<ExpressionTreeNode> node,
+LORIX_EXPORT void checkLogicalOperators(const QSharedPointer<ExpressionTreeNode>& node,
                                         const QString& left, const QString& right,
                                         QList<QueryError>& errors);
 
 /// The orderings: two numbers or two dates. Callers rely on the spelling.
-LORIX_EXPORT void checkComparissonOperators(QSharedPointer<ExpressionTreeNode> node,
+LORIX_EXPORT void checkComparissonOperators(const QSharedPointer<ExpressionTreeNode>& node,
                                             const QString& left, const QString& right,
                                             QList<QueryError>& errors);
 
 /// "%matches" and "%contains": two strings.
-LORIX_EXPORT void checkStringOperators(QSharedPointer<ExpressionTreeNode> node, const QString& left,
-                                       const QString& right, QList<QueryError>& errors);
+LORIX_EXPORT void checkStringOperators(const QSharedPointer<ExpressionTreeNode>& node,
+                                       const QString& left, const QString& right,
+                                       QList<QueryError>& errors);
 
 /// "%isapprox": two numbers.
-LORIX_EXPORT void checkNumberOperators(QSharedPointer<ExpressionTreeNode> node, const QString& left,
-                                       const QString& right, QList<QueryError>& errors);
+LORIX_EXPORT void checkNumberOperators(const QSharedPointer<ExpressionTreeNode>& node,
+                                       const QString& left, const QString& right,
+                                       QList<QueryError>& errors);
 
 /// "!": one boolean.
-LORIX_EXPORT void checkUnaryLogicalOperators(QSharedPointer<ExpressionTreeNode> node,
+LORIX_EXPORT void checkUnaryLogicalOperators(const QSharedPointer<ExpressionTreeNode>& node,
                                              const QString& description, QList<QueryError>& errors);
 
 } // namespace lorix

@@ -228,7 +228,7 @@ void TestQueryTypes::familiesCheckTheirOperands()
     const Node node = treeOf(QStringLiteral("a == b"));
     const QString nothing = QStringLiteral("nostring,nonumber,nodate,noboolean");
     const QString all = QStringLiteral("string,number,date,boolean");
-    using Check = void (*)(Node, const QString&, const QString&, QList<QueryError>&);
+    using Check = void (*)(const Node&, const QString&, const QString&, QList<QueryError>&);
     for (const Check check : {Check(checkLogicalOperators), Check(checkComparissonOperators),
                               Check(checkStringOperators), Check(checkNumberOperators)}) {
         QList<QueryError> errors;
