@@ -48,6 +48,10 @@ struct Bounds
     /// Bytes that one tree may extract to temporary files, in all.
     qint64 treeExtractedBytes = Q_INT64_C(16) * 1024 * 1024 * 1024;
 
+    /// Pairs of steps that a comparison of two trees looks at, which is the
+    /// product of their numbers of steps; about 16 bytes of memory each.
+    qint64 comparedPairs = 25000000;
+
     /// Clauses of one query's normal form, which can grow exponentially with
     /// the query; about 200 bytes of memory each.
     int queryClauses = 100000;

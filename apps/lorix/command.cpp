@@ -5,6 +5,7 @@
 #include <apps/lorix/commands/argscommand.h>
 #include <apps/lorix/commands/catcommand.h>
 #include <apps/lorix/commands/delcommand.h>
+#include <apps/lorix/commands/diffcommand.h>
 #include <apps/lorix/commands/extractcommand.h>
 #include <apps/lorix/commands/filescommand.h>
 #include <apps/lorix/commands/findcommand.h>
@@ -13,6 +14,7 @@
 #include <apps/lorix/commands/schemacommand.h>
 #include <apps/lorix/commands/sectionscommand.h>
 #include <apps/lorix/commands/summarycommand.h>
+#include <apps/lorix/commands/treecommand.h>
 #include <apps/lorix/commands/validatecommand.h>
 
 #include <QFile>
@@ -32,6 +34,8 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<ValidateCommand>());
     commands.push_back(std::make_unique<ExtractCommand>());
     commands.push_back(std::make_unique<FindCommand>());
+    commands.push_back(std::make_unique<TreeCommand>());
+    commands.push_back(std::make_unique<DiffCommand>());
     commands.push_back(std::make_unique<AddCommand>());
     commands.push_back(std::make_unique<DelCommand>());
     commands.push_back(std::make_unique<ArgsCommand>());

@@ -8,7 +8,8 @@ namespace lorix::cli {
 class Interrupt
 {
 public:
-    /// Takes over SIGINT, SIGTERM and SIGHUP. A second one ends the process at once.
+    /// Takes over SIGINT, SIGTERM and SIGHUP. A second one ends the process at
+    /// once; temporary files are removed before that, and before a crash ends it.
     static void install();
     /// Whether one has come.
     static bool requested();

@@ -29,6 +29,8 @@ LorixDiff::LorixDiff(const WorkflowTree& tree1, const WorkflowTree& tree2, Workf
 QList<LorixDiffResult> LorixDiff::findBestMatches(int count, const SearchLimits& limits,
                                                   SearchOutcome* outcome) const
 {
+    if (refused())
+        return QList<LorixDiffResult>();
     const CostMatrix matrix(m_tree1, m_tree2, m_costs);
     PathExpander expander(&m_tree1, &m_tree2, &matrix);
     const auto start = QSharedPointer<Path>::create(&expander);
@@ -46,6 +48,37 @@ QSharedPointer<LorixDiffResult> LorixDiff::findBestMatch(const SearchLimits& lim
     if (results.isEmpty())
         return QSharedPointer<LorixDiffResult>();
     return QSharedPointer<LorixDiffResult>::create(results.first());
+}
+
+float LorixDiff::costsOf(const LorixDiffResult& result) const
+{
+    if (refused())
+        return 0.0F;
+    const CostMatrix matrix(m_tree1, m_tree2, m_costs);
+    PathExpander expander(&m_tree1, &m_tree2, &matrix);
+    Path path(&expander);
+    for (const int node : m_tree1.nodeIds())
+        path.associate(node, result.associated(node, 1) ? NULL_NODE : result.association(node, 1));
+    return path.costs();
+}
+
+bool LorixDiff::isWithinBounds() const
+{
+    const qint64 nodes1 = m_tree1.nodeIds().size();
+    const qint64 nodes2 = m_tree2.nodeIds().size();
+    return nodes1 == 0 || nodes2 <= m_bounds.comparedPairs / nodes1;
+}
+
+bool LorixDiff::refused() const
+{
+    if (isWithinBounds())
+        return false;
+    // Comparing changes nothing, but it may have something to say.
+    Q_EMIT const_cast<LorixDiff*>(this)->log(
+        tr("The histories have more than %1 pairs of steps and are not compared\n")
+            .arg(m_bounds.comparedPairs),
+        1);
+    return true;
 }
 
 LorixDiffResult LorixDiff::convertPath(const Path& path) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <lorix/bounds.h>
 #include <lorix/export.h>
 #include <lorix/runner/logsource.h>
 #include <lorix/tree/lorixdiffresult.h>
@@ -58,13 +59,28 @@ public:
     /// the same association every time.
     QuickMatch findQuickMatch() const;
 
+    /// What an association of all nodes of tree 1 costs.
+    float costsOf(const LorixDiffResult& result) const;
+
+    /// Whether the trees are small enough to be compared. Where they are not,
+    /// the operations above warn and give empty results.
+    bool isWithinBounds() const;
+
+    /// Bounds for the comparison: `comparedPairs`.
+    void setBounds(const Bounds& bounds) { m_bounds = bounds; }
+    /// The bounds in force.
+    const Bounds& bounds() const { return m_bounds; }
+
     /// What a complete path says, as a value of its own.
     LorixDiffResult convertPath(const Path& path) const;
 
 private:
+    bool refused() const;
+
     WorkflowTree m_tree1;
     WorkflowTree m_tree2;
     WorkflowstepCosts* m_costs;
+    Bounds m_bounds;
 };
 
 } // namespace lorix

@@ -74,6 +74,8 @@ void associateOneByOne(Path& path)
 
 QuickMatch LorixDiff::findQuickMatch() const
 {
+    if (refused())
+        return QuickMatch();
     const CostMatrix matrix(m_tree1, m_tree2, m_costs);
     PathExpander expander(&m_tree1, &m_tree2, &matrix);
     Path path(&expander);

@@ -5,6 +5,7 @@
 #include <lorix/tree/path.h>
 #include <lorix/tree/pathexpander.h>
 #include <lorix/tree/workflowstepcosts.h>
+#include <support/logrecorder.h>
 #include <tree/randomtrees.h>
 
 #include <QTest>
@@ -57,6 +58,8 @@ private Q_SLOTS:
     void treesAndPricingCanBeExchanged();
     void limitsEndTheSearch();
     void cancelEndsTheSearch();
+    void pairsAreBounded();
+    void costsOfAnAssociation();
     void prioritiesAreCutTowardZero();
 };
 
@@ -288,6 +291,40 @@ void TestLorixDiff::cancelEndsTheSearch()
     QVERIFY(LorixDiff(tree, tree, nullptr).findBestMatches(1, limits, &outcome).isEmpty());
     QVERIFY(outcome.stopped);
     QCOMPARE(outcome.expansions, 2);
+}
+
+void TestLorixDiff::pairsAreBounded()
+{
+    QCOMPARE(Bounds().comparedPairs, 25000000);
+    LogRecorder recorder;
+    LorixDiff diff(makeChain(letters("abc")), makeChain(letters("abcd")), nullptr, &recorder);
+    Bounds bounds;
+    bounds.comparedPairs = 12;
+    diff.setBounds(bounds);
+    QVERIFY(diff.isWithinBounds());
+    QCOMPARE(diff.findBestMatches(1).size(), 1);
+    QCOMPARE(recorder.messages.size(), 0);
+
+    bounds.comparedPairs = 11;
+    diff.setBounds(bounds);
+    QVERIFY(!diff.isWithinBounds());
+    QCOMPARE(diff.findBestMatches(1).size(), 0);
+    QVERIFY(diff.findBestMatch().isNull());
+    QVERIFY(diff.findQuickMatch().result.assoc1to2.isEmpty());
+    QCOMPARE(recorder.messages.size(), 3);
+    QCOMPARE(recorder.messages.first().second, 1);
+}
+
+void TestLorixDiff::costsOfAnAssociation()
+{
+    const LorixDiff diff(makeChain(letters("abc")), makeChain(letters("axc")), nullptr);
+    const QList<LorixDiffResult> results = diff.findBestMatches(100);
+    float before = 0.0F;
+    for (const LorixDiffResult& result : results) {
+        QVERIFY(diff.costsOf(result) >= before);
+        before = diff.costsOf(result);
+    }
+    QCOMPARE(diff.costsOf(results.first()), 40.0F);
 }
 
 void TestLorixDiff::prioritiesAreCutTowardZero()
