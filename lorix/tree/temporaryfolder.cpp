@@ -3,10 +3,10 @@
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryFile>
 
 #include <atomic>
 #include <cerrno>
+#include <cstdlib>
 #include <mutex>
 #include <unistd.h>
 #include <utility>
@@ -54,17 +54,24 @@ void TemporaryFolder::leave(Registered* record)
     Registered::firstFree = record;
 }
 
-TemporaryFolder::TemporaryFolder() : m_folder(QDir::temp().filePath(QStringLiteral("lorix-XXXXXX")))
+// Every path is in the register before there is anything under it, or a signal
+// in between would leave it behind.
+TemporaryFolder::TemporaryFolder()
 {
-    if (m_folder.isValid())
-        m_record = enter(m_folder.path());
+    Registered* record = enter(QDir::temp().filePath(QStringLiteral("lorix-XXXXXX")));
+    if (const char* made = ::mkdtemp(record->path)) {
+        m_path = QFile::decodeName(made);
+        m_record = record;
+    } else {
+        leave(record);
+    }
 }
 
 TemporaryFolder::~TemporaryFolder()
 {
     if (!m_record)
         return;
-    m_folder.remove();
+    QDir(m_path).removeRecursively();
     for (Registered* file : std::as_const(m_files))
         leave(file);
     leave(m_record);
@@ -74,12 +81,17 @@ QString TemporaryFolder::makeFile()
 {
     if (!m_record)
         return QString();
-    QTemporaryFile file(m_folder.filePath(QStringLiteral("XXXXXX.lorix")));
-    if (!file.open())
+    // Nobody else can enter the folder, so that the names may be plain.
+    const QString name = QStringLiteral("%1/%2.lorix").arg(m_path).arg(m_nextFile++);
+    Registered* record = enter(name);
+    QFile file(name);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                   QFile::ReadOwner | QFile::WriteOwner)) {
+        leave(record);
         return QString();
-    file.setAutoRemove(false);
-    m_files.insert(file.fileName(), enter(file.fileName()));
-    return file.fileName();
+    }
+    m_files.insert(name, record);
+    return name;
 }
 
 void TemporaryFolder::removeFile(const QString& path)

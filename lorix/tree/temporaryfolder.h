@@ -5,7 +5,6 @@
 
 #include <QHash>
 #include <QString>
-#include <QTemporaryDir>
 
 namespace lorix {
 
@@ -29,10 +28,10 @@ public:
     Q_DISABLE_COPY_MOVE(TemporaryFolder)
 
     /// False when the folder could not be made.
-    bool isValid() const { return m_folder.isValid(); }
+    bool isValid() const { return m_record != nullptr; }
 
     /// The folder's path.
-    QString path() const { return m_folder.path(); }
+    QString path() const { return m_path; }
 
     /// Makes an empty file that only the user can read, and returns its path;
     /// an empty text when that fails.
@@ -51,8 +50,9 @@ private:
     static Registered* enter(const QString& path);
     static void leave(Registered* record);
 
-    QTemporaryDir m_folder;
+    QString m_path;
     Registered* m_record = nullptr;
+    int m_nextFile = 0;
     QHash<QString, Registered*> m_files;
 };
 
