@@ -42,9 +42,8 @@ void Path::associate(int u, int v)
         return;
     m_costs += m_expander->costForUnmatchedNodes(m_open2.size());
     m_costs += m_expander->calcMissingParentCosts(m_assoc1to2, m_assoc2to1, m_parentCostsLater);
-    for (const int left : std::as_const(m_open2))
-        m_assoc2to1.insert(left, NULL_NODE);
-    m_open2.clear();
+    while (!m_open2.isEmpty())
+        m_assoc2to1.insert(m_open2.takeFirst(), NULL_NODE);
 }
 
 void Path::expand(PriorityQueue<QSharedPointer<Path>>& queue) const

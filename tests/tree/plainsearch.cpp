@@ -71,9 +71,8 @@ void Path::associate(int u, int v)
     if (open1.isEmpty()) {
         costs += float(open2.size()) * 15.0F;
         costs += calcMissingParentCosts();
-        for (const int left : std::as_const(open2))
-            assoc2to1.insert(left, null);
-        open2.clear();
+        while (!open2.isEmpty())
+            assoc2to1.insert(open2.takeFirst(), null);
     }
 }
 
