@@ -16,7 +16,11 @@ cp "$examples"/cooling-fin/{fin.inp,conductivity-measured.csv} .
 
 python=${PYTHON:-python3}
 fin() { "$python" "$examples/cooling-fin/fin.py" "$@"; }
-add() { SOURCE_DATE_EPOCH=$1 "$python" "$examples/../tools/lorixadd.py" --quiet --stdin; }
+# add SECONDS: adds a step at that time since 1970; its files are as old.
+add() {
+    touch -d "@$1" -- *
+    SOURCE_DATE_EPOCH=$1 "$python" "$examples/../tools/lorixadd.py" --quiet --stdin
+}
 
 # A laboratory measures the material, an engineer fits a line through it: a
 # small document with a history of its own.
