@@ -60,4 +60,4 @@ def run(bench):
             str(words)]
     ours, theirs = bench.best([program, "split", str(words)], peer, repeat=2)
     bench.row("argfile", f"{WORDS} quoted words into arguments", ours / theirs,
-              "Python's shlex.split", 0.3)
+              "Python's shlex.split", 0.2)
