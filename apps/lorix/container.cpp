@@ -26,6 +26,8 @@ Reason whyNotOpened(const Input& input, const LorixParser& parser)
     const QFileInfo info(input.path);
     if (!info.exists())
         return {"input.missing", QStringLiteral("there is no such file")};
+    if (info.isDir() && !input.named)
+        return {"input.unreadable", QStringLiteral("this folder cannot be read")};
     if (info.isDir())
         return {"input.folder",
                 QStringLiteral("this is a folder; add -r to look at the files in it")};
@@ -42,6 +44,13 @@ Reason whyNotOpened(const Input& input, const LorixParser& parser)
     return {"input.nocontainer",
             QStringLiteral("carries no history (no header line \"%<--! $LORIX_PDF "
                            "[version:1.0]\" among its first ten lines)")};
+}
+
+// What else lies in a folder is passed over: other files, pipes, sockets.
+bool isPassedOver(const Input& input, const Reason& reason)
+{
+    return !input.named && (qstrcmp(reason.code, "input.nocontainer") == 0 ||
+                            qstrcmp(reason.code, "input.special") == 0);
 }
 
 bool sameRecords(const LorixParser& a, const LorixParser& b)
@@ -70,7 +79,7 @@ bool openContainer(LorixParser& parser, const Input& input, Answer& answer, bool
     if (parser.open(input.path))
         return true;
     const Reason reason = whyNotOpened(input, parser);
-    if (!input.named && qstrcmp(reason.code, "input.nocontainer") == 0)
+    if (isPassedOver(input, reason))
         skipped = true;
     else
         answer.fail(Unusable, QLatin1String(reason.code), input.path, reason.message);

@@ -1,86 +1,133 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/lorix/filecommand.h>
 
+#include <apps/lorix/countline.h>
 #include <apps/lorix/interrupt.h>
 
 #include <QJsonDocument>
 
-#include <deque>
-#include <future>
+#include <new>
 #include <thread>
 
 namespace lorix::cli {
 
 namespace {
 
-struct Examined
+Printout printoutOf(const Answer& answer, bool json)
 {
-    Answer answer;
-    bool skipped = false;
-};
+    Printout printout;
+    printout.exitCode = answer.exitCode;
+    if (json) {
+        printout.out = QJsonDocument(answer.json).toJson(QJsonDocument::Compact) + '\n';
+    } else {
+        printout.out = answer.text.toUtf8();
+        printout.errors = answer.errors;
+    }
+    return printout;
+}
+
+bool show(const Printout& printout, Console& console)
+{
+    console.writeBytes(printout.out);
+    for (const QString& error : printout.errors)
+        console.error(error);
+    return console.flush();
+}
 
 } // namespace
 
 void FileCommand::declare(CLI::App& app)
 {
-    addTexts(app, "FILE", m_inputs.paths, filesDescription())->required();
+    addTexts(app, "FILE", m_inputs.paths, filesDescription());
     app.add_flag("-r,--recursive", m_inputs.recursive,
                  "Look at every file below the folders named; files without a history are passed "
                  "over");
-}
-
-void FileCommand::declareJobs(CLI::App& app, int defaultJobs)
-{
-    m_jobs = defaultJobs > 0 ? defaultJobs
-                             : std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+    addText(app, "--files-from", m_inputs.list,
+            "Take the names of more files from this list, one on a line; - is standard input");
+    app.add_flag("-0,--null", m_inputs.zeroDelimited,
+                 "The names in the list end in a zero byte, as 'find -print0' writes them");
+    m_selection.declare(app);
+    m_jobs = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
     app.add_option("--jobs", m_jobs, "How many files are worked on at once")
         ->check(CLI::Range(1, 1024))
         ->capture_default_str();
 }
 
+bool FileCommand::isSameQuestion(const QJsonObject& answer) const
+{
+    return answer.value(QLatin1String("command")) == name();
+}
+
 int FileCommand::run(Console& console, const GlobalOptions& options)
 {
-    const View view{Paint(console.colored()), options.json};
+    if (!hasInputs()) {
+        console.error(QStringLiteral("FILE is required; 'lorix %1 --help' says more").arg(name()));
+        return Unusable;
+    }
+    const QString problem =
+        m_selection.prepare([this](const QJsonObject& answer) { return isSameQuestion(answer); });
+    if (!problem.isEmpty()) {
+        console.error(problem);
+        return Unusable;
+    }
+    return showAll(console, View{Paint(console.colored()), options.json});
+}
+
+int FileCommand::showAll(Console& console, const View& view)
+{
     int exitCode = Done;
+    CountLine progress(console, !hasSingleInput());
+    Lineup lineup(
+        hasSingleInput() ? 1 : m_jobs,
+        [this, &view](const Input& input) { return workOn(input, view); },
+        [&](const Input&, const Printout& printout) {
+            progress.count(printout.skipped, printout.exitCode);
+            if (printout.skipped)
+                return true;
+            exitCode = worse(exitCode, printout.exitCode);
+            return show(printout, console);
+        });
     bool printing = true;
-    // At most as many answers as jobs wait in memory, oldest first.
-    std::deque<std::future<Examined>> running;
-    const auto finishOldest = [&] {
-        const Examined examined = running.front().get();
-        running.pop_front();
-        if (examined.skipped || !printing)
-            return;
-        exitCode = worse(exitCode, examined.answer.exitCode);
-        printing = print(examined.answer, console, options);
-    };
-    const std::launch policy = m_jobs > 1 ? std::launch::async : std::launch::deferred;
     m_inputs.forEach([&](const Input& input) {
-        running.push_back(std::async(policy, [this, input, view] {
-            Examined examined;
-            examined.answer = examine(input, view, examined.skipped);
-            return examined;
-        }));
-        while (running.size() >= static_cast<size_t>(m_jobs))
-            finishOldest();
+        if (!m_selection.leavesOut(input))
+            printing = lineup.add(input);
         return printing && !Interrupt::requested();
     });
-    while (!running.empty())
-        finishOldest();
+    printing = lineup.finish() && printing;
     if (Interrupt::requested())
         return Interrupted;
+    if (m_selection.leftOut() > 0)
+        console.note(QStringLiteral("%1 left out, as asked")
+                         .arg(counted(m_selection.leftOut(), QStringLiteral("file"),
+                                      QStringLiteral("files"))));
     return printing ? exitCode : worse(exitCode, Failed);
 }
 
-bool FileCommand::print(const Answer& answer, Console& console, const GlobalOptions& options) const
+// Whatever one file does to us, the others still get their turn.
+Printout FileCommand::workOn(const Input& input, const View& view) const
 {
-    if (options.json) {
-        console.writeBytes(QJsonDocument(answer.json).toJson(QJsonDocument::Compact) + '\n');
-    } else {
-        console.write(answer.text);
-        for (const QString& error : answer.errors)
-            console.error(error);
+    Printout printout;
+    printout.skipped = Interrupt::requested();
+    if (printout.skipped)
+        return printout;
+    try {
+        bool skipped = false;
+        const Answer answer = examine(input, view, skipped);
+        if (!skipped)
+            printout = printoutOf(answer, view.json);
+        printout.skipped = skipped;
+    } catch (const std::bad_alloc&) {
+        Answer answer = Answer::start(name(), input.path);
+        answer.fail(Failed, QStringLiteral("memory.exhausted"), input.path,
+                    QStringLiteral("there is not enough memory for it"));
+        printout = printoutOf(answer, view.json);
     }
-    return console.flush();
+    return printout;
+}
+
+bool FileCommand::print(const Answer& answer, Console& console, const GlobalOptions& options)
+{
+    return show(printoutOf(answer, options.json), console);
 }
 
 } // namespace lorix::cli

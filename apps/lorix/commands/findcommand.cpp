@@ -111,12 +111,10 @@ void FindCommand::declare(CLI::App& app)
            "What to look for")
         ->required();
     FileCommand::declare(app);
-    m_files = app.get_option("FILE")->required(false);
     app.add_flag("-l,--files-with-matches", m_namesOnly, "Names of the documents that match only");
     app.add_flag("-c,--count", m_count, "Only how many documents match");
     app.add_flag("--explain", m_explain,
                  "Show how the query is read: tokens, tree and normal form; needs no FILE");
-    declareJobs(app, 0);
 }
 
 int FindCommand::run(Console& console, const GlobalOptions& options)
@@ -133,7 +131,7 @@ int FindCommand::run(Console& console, const GlobalOptions& options)
                       queryComplaints(m_query, m_errors, Paint(console.messagesColored())));
         return Unusable;
     }
-    if (m_files->count() == 0) {
+    if (!hasInputs()) {
         if (!m_explain) {
             console.error(QStringLiteral("FILE is required; 'lorix find --help' says more"));
             return Unusable;
@@ -162,6 +160,11 @@ void FindCommand::explain(Console& console, const GlobalOptions& options) const
     if (m_errors.isEmpty())
         answer.json.insert(QStringLiteral("explain"), m_explanation);
     console.writeBytes(QJsonDocument(answer.json).toJson(QJsonDocument::Compact) + '\n');
+}
+
+bool FindCommand::isSameQuestion(const QJsonObject& answer) const
+{
+    return FileCommand::isSameQuestion(answer) && answer.value(QLatin1String("query")) == m_query;
 }
 
 Answer FindCommand::examine(const Input& input, const View& view, bool& skipped) const

@@ -39,6 +39,7 @@ public:
 
 protected:
     Answer examine(const Input& input, const View& view, bool& skipped) const override;
+    bool isSameQuestion(const QJsonObject& answer) const override;
 
 private:
     void explain(Console& console, const GlobalOptions& options) const;
@@ -50,7 +51,6 @@ private:
     bool m_namesOnly = false;
     bool m_count = false;
     bool m_explain = false;
-    CLI::Option* m_files = nullptr;
     QList<QueryError> m_errors;
     QJsonObject m_explanation;
     mutable QueryPool m_pool;

@@ -13,8 +13,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <limits>
-#include <thread>
 
 namespace lorix::cli {
 
@@ -207,13 +207,9 @@ QString ValidateCommand::examples() const
 void ValidateCommand::declare(CLI::App& app)
 {
     FileCommand::declare(app);
-    app.get_option("FILE")->required(false);
     addText(app, "--saved", m_savedList,
             "Check files on disk against a list in the format of md5sum");
-    m_queues = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
-    app.add_option("--jobs", m_queues, "How many digests are computed at once")
-        ->check(CLI::Range(1, 1024))
-        ->capture_default_str();
+    app.get_option("--jobs")->description("How many digests are computed at once");
 }
 
 int ValidateCommand::run(Console& console, const GlobalOptions& options)
@@ -237,10 +233,19 @@ int ValidateCommand::run(Console& console, const GlobalOptions& options)
     return hasInputs() ? worse(exitCode, FileCommand::run(console, options)) : exitCode;
 }
 
-bool ValidateCommand::check(CheckRun& run, const QString& label) const
+// Of many files, each has a thread of its own already and takes those that no
+// other file needs.
+bool ValidateCommand::check(CheckRun& run, const QString& label, bool alone) const
 {
+    if (!alone) {
+        const int extra = std::max(0, jobs() - ++m_busy);
+        m_busy += extra;
+        const bool whole = run.run(extra + 1, [](qint64) {});
+        m_busy -= extra + 1;
+        return whole;
+    }
     ProgressLine progress(*m_console, label, run.totalBytes());
-    return run.run(m_queues, [&progress](qint64 done) { progress.update(done); });
+    return run.run(jobs(), [&progress](qint64 done) { progress.update(done); });
 }
 
 Answer ValidateCommand::examine(const Input& input, const View& view, bool& skipped) const
@@ -251,7 +256,7 @@ Answer ValidateCommand::examine(const Input& input, const View& view, bool& skip
         return answer;
     QList<CheckItem> items = itemsOf(parser);
     CheckRun run(&parser, input.path, items);
-    if (!check(run, input.path)) {
+    if (!check(run, input.path, hasSingleInput())) {
         skipped = true;
         return answer;
     }
@@ -295,7 +300,7 @@ Answer ValidateCommand::examineList(const View& view, bool& skipped) const
     }
     QList<CheckItem> items = itemsOf(list);
     CheckRun run(nullptr, QString(), items);
-    if (!check(run, m_savedList)) {
+    if (!check(run, m_savedList, true)) {
         skipped = true;
         return answer;
     }

@@ -4,6 +4,8 @@
 #include <apps/lorix/checkrun.h>
 #include <apps/lorix/filecommand.h>
 
+#include <atomic>
+
 namespace lorix::cli {
 
 /// lorix validate: checks every digest of a container, its chain, and files on
@@ -22,10 +24,10 @@ protected:
 
 private:
     Answer examineList(const View& view, bool& skipped) const;
-    bool check(CheckRun& run, const QString& label) const;
+    bool check(CheckRun& run, const QString& label, bool alone) const;
 
     QString m_savedList;
-    int m_queues = 1;
+    mutable std::atomic<int> m_busy = 0; // threads that compute digests
     Console* m_console = nullptr;
 };
 
