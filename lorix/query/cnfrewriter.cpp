@@ -27,6 +27,26 @@ bool joins(const ExpressionTreeNode& node, QLatin1String symbol)
            node.children.size() >= 2;
 }
 
+// Passes drop double negations wherever they stand, operands of comparisons
+// included, which makes "!!a" an operand again.
+QSharedPointer<ExpressionTreeNode> afterPasses(QSharedPointer<ExpressionTreeNode> operand)
+{
+    while (isNegation(*operand) && isNegation(*operand->children.first()))
+        operand = operand->children.first()->children.first();
+    return operand;
+}
+
+CNFLiteral literalAfterPasses(const QSharedPointer<ExpressionTreeNode>& core)
+{
+    if (std::none_of(core->children.cbegin(), core->children.cend(),
+                     [](const auto& operand) { return isNegation(*operand); }))
+        return makeLiteral(core);
+    const QSharedPointer<ExpressionTreeNode> rewritten(new ExpressionTreeNode(*core));
+    for (QSharedPointer<ExpressionTreeNode>& operand : rewritten->children)
+        operand = afterPasses(operand);
+    return makeLiteral(rewritten);
+}
+
 } // namespace
 
 // A part of the tree without the negations above it.
@@ -78,7 +98,7 @@ CNFRewriter::CNFRewriter(const QSharedPointer<ExpressionTreeNode>& tree)
 void CNFRewriter::finishBranch(const Branch& branch, std::vector<qint32>& finished)
 {
     if (branch.kind == Kind::Literal) {
-        CNFLiteral literal = makeLiteral(branch.core);
+        CNFLiteral literal = literalAfterPasses(branch.core);
         if (branch.negative)
             literal.setNegated(true);
         m_literals.append(literal);

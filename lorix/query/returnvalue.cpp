@@ -240,7 +240,8 @@ QDateTime ReturnValue::toDate(bool* ok) const
 {
     const QDateTime result = readDateTime(text);
     report(ok, result.isValid());
-    return result;
+    // One with a time of day but no valid date would not be null.
+    return result.isValid() ? result : QDateTime();
 }
 
 bool ReturnValue::operator==(const ReturnValue& other) const

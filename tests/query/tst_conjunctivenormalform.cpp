@@ -34,6 +34,13 @@ Node inner(const char* name, const QList<Node>& children)
     return node;
 }
 
+Node negated(Node node, int times)
+{
+    for (; times > 0; --times)
+        node = inner("!", {node});
+    return node;
+}
+
 // Any shape over distinct leaves; `bias` of eight inner nodes are conjunctions.
 Node randomTree(RandomQuery& random, int size, int bias, int& number)
 {
@@ -42,6 +49,9 @@ Node randomTree(RandomQuery& random, int size, int bias, int& number)
         node = leaf(number++);
         if (random.once(10))
             node = inner("==", {node, inner("&&", {leaf(number), leaf(number)})});
+        else if (random.once(6))
+            node =
+                inner("==", {negated(node, 2 * random.below(3)), negated(node, random.below(5))});
     } else {
         const int left = 1 + random.below(size - 1);
         const Node a = randomTree(random, left, bias, number);
@@ -177,6 +187,9 @@ void TestConjunctiveNormalForm::formsAreBuilt_data()
     QTest::newRow("a b") << "[@unnamed-1:any %contains 'a']\n[@unnamed-2:any %contains 'b']\n";
     QTest::newRow("(a:tool == 1) == 2") << "[invalid == '2']\n";
     QTest::newRow("1 == 2") << "['1' == '2']\n";
+    QTest::newRow("!!a:isfile == !!!!'x'") << "[a:isfile == 'x']\n";
+    QTest::newRow("!!!a:isfile == !b:isfile") << "[invalid == invalid]\n";
+    QTest::newRow("!(!!1 == a:tool) || (a:tool != !!2)") << "[!'1' == a:tool, a:tool != '2']\n";
 }
 
 void TestConjunctiveNormalForm::formsAreBuilt()
@@ -229,7 +242,9 @@ void TestConjunctiveNormalForm::formsSayWhatTheTreeSays()
                     return truth(node->children[0]) && truth(node->children[1]);
                 if (name == QLatin1String("||"))
                     return truth(node->children[0]) || truth(node->children[1]);
-                const Node& variable = node->children.isEmpty() ? node : node->children[0];
+                Node variable = node;
+                while (!variable->children.isEmpty())
+                    variable = variable->children[0];
                 return isSet(variable->value.variableName());
             };
             bool all = true;

@@ -175,6 +175,7 @@ void TestReturnValue::datesAreRead()
     const QDateTime read = value.toDate(&ok);
     QCOMPARE(ok, date.isValid());
     QCOMPARE(value.isDate(), date.isValid());
+    QCOMPARE(read.isNull(), date.isNull());
     if (ok)
         QCOMPARE(read, date);
 }
