@@ -14,7 +14,7 @@ QByteArray manyNumbers()
 {
     QByteArray bytes;
     for (int i = 0; i < 50000; ++i)
-        bytes += QByteArray::number(i * i) + '\n';
+        bytes += QByteArray::number(qint64(i) * i) + '\n';
     return bytes;
 }
 
