@@ -19,9 +19,9 @@ class Delete(ToolCase):
 
     def test_newest_step_goes_and_the_rest_stays_byte_for_byte(self):
         self.write("x", self.read("two"))
-        self.delete("x")
+        self.assertIn('x: removed the newest step, "two", ', self.delete("x"))
         self.assertEqual(self.read("x"), self.read("one"))
-        self.delete("x")
+        self.assertIn("; 0 steps are left", self.delete("x"))
         self.assertEqual(self.read("x"), self.read("doc"))
         self.assertIn("***ERROR x: carries no history", self.delete("x", code=2))
         self.assertEqual(self.read("x"), self.read("doc"))
@@ -91,7 +91,9 @@ class Delete(ToolCase):
 
     def test_pretend_quiet_help_version(self):
         self.write("x", self.read("two"))
-        self.assertIn("would be removed", self.delete("-p", "x"))
+        size = len(self.read("two")) - len(self.read("one"))
+        self.assertEqual('x: would remove the newest step, "two", %d bytes; 1 step is left\n' % size,
+                         self.delete("-p", "x"))
         self.assertEqual(self.read("x"), self.read("two"))
         self.assertEqual(self.delete("-q", "x"), "")
         self.assertIn("--force", self.delete("--help"))

@@ -64,6 +64,14 @@ class Cut:
                 return len(line)
         return 0
 
+    def told(self, pretend):
+        """What was done, or would be, in words."""
+        left = len(self.sections) - 1
+        return "%s: %s the newest step, \"%s\", %d bytes; %d %s" % (
+            self.name, "would remove" if pretend else "removed",
+            marker.unescape(self.section.fields["title"]), self.end - self.begin,
+            left, "step is left" if left == 1 else "steps are left")
+
     def write(self, file):
         parts = ((self.front, self.begin), (self.end, self.size))
         for start, end in parts:
@@ -97,6 +105,4 @@ def delete_steps(names, force, pretend, report):
         for cut, replacement in cuts:
             if replacement:
                 replacement.commit()
-            report.info("%s: step %d %s, %d bytes"
-                        % (cut.name, len(cut.sections), "would be removed" if pretend
-                           else "removed", cut.end - cut.begin))
+            report.info(cut.told(pretend))
