@@ -59,6 +59,7 @@ void Application::declareGlobals()
             "--color",
             [this, colors](const std::string& when) { m_console.setColor(colors.at(when)); },
             "When to use colours: auto, always, never")
+        ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}));
     m_app.footer("'lorix FILE' is short for 'lorix info FILE'. 'lorix help exit-status' says what\n"
                  "the exit codes mean, 'lorix COMMAND --help' what a command takes.");

@@ -4,6 +4,7 @@
 #include <apps/lorix/commands/addcommand.h>
 #include <apps/lorix/commands/argscommand.h>
 #include <apps/lorix/commands/catcommand.h>
+#include <apps/lorix/commands/completioncommand.h>
 #include <apps/lorix/commands/delcommand.h>
 #include <apps/lorix/commands/diffcommand.h>
 #include <apps/lorix/commands/extractcommand.h>
@@ -40,6 +41,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<DelCommand>());
     commands.push_back(std::make_unique<ArgsCommand>());
     commands.push_back(std::make_unique<SchemaCommand>());
+    commands.push_back(std::make_unique<CompletionCommand>());
     commands.push_back(std::make_unique<HelpCommand>());
     return commands;
 }

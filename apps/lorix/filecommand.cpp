@@ -43,14 +43,15 @@ void FileCommand::declare(CLI::App& app)
                  "Look at every file below the folders named; files without a history are passed "
                  "over");
     addText(app, "--files-from", m_inputs.list,
-            "Take the names of more files from this list, one on a line; - is standard input");
+            "Take the names of more files from this list, one on a line; - is standard input")
+        ->type_name("FILE");
     app.add_flag("-0,--null", m_inputs.zeroDelimited,
                  "The names in the list end in a zero byte, as 'find -print0' writes them");
     m_selection.declare(app);
     m_jobs = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
     app.add_option("--jobs", m_jobs, "How many files are worked on at once")
         ->check(CLI::Range(1, 1024))
-        ->capture_default_str();
+        ->default_str("one per processor");
 }
 
 bool FileCommand::isSameQuestion(const QJsonObject& answer) const

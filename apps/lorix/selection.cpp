@@ -35,9 +35,11 @@ void Selection::declare(CLI::App& app)
 {
     addText(app, "--since", m_sinceText,
             "Leave out files that were last changed before this time, such as "
-            "2026-03-01T10:00, or before this file was");
+            "2026-03-01T10:00, or before this file was")
+        ->type_name("TIME");
     addText(app, "--skip-done", m_donePath,
-            "Leave out what this output of --json, of the same command, already has");
+            "Leave out what this output of --json, of the same command, already has")
+        ->type_name("FILE");
 }
 
 QString Selection::prepare(const DoneList::Fits& fits)

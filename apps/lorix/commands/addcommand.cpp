@@ -26,6 +26,7 @@ void AddCommand::declare(CLI::App& app)
     addTexts(app, "OPTION", m_words, "Options of the add tool, behind '--'")->required();
     addTexts(app, "--tool-path", m_toolPaths,
              "Folder to search for the tool before the program's own; may be given several times")
+        ->type_name("FOLDER")
         ->allow_extra_args(false);
 }
 

@@ -63,6 +63,7 @@ void ArgsCommand::declare(CLI::App& app)
     addTexts(app, "FILE", m_files, "Argument files; - is standard input")->required();
     addTexts(app, "-D,--define", m_definitions,
              "A variable, NAME=VALUE, beside those of the environment; may be given several times")
+        ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
     app.add_flag("--keep-variables", m_keepVariables, "Show variables as they are written");
 }

@@ -24,6 +24,7 @@ void DelCommand::declare(CLI::App& app)
     addTexts(app, "FILE", m_files, "Documents, or the undo description of a step")->required();
     addTexts(app, "--tool-path", m_toolPaths,
              "Folder to search for the tool before the program's own; may be given several times")
+        ->type_name("FOLDER")
         ->allow_extra_args(false);
 }
 

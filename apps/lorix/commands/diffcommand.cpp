@@ -46,6 +46,7 @@ void DiffCommand::declare(CLI::App& app)
                    m_diff.ignored.append(QString::fromStdString(field));
            },
            "Fields that need not agree, separated by commas")
+        ->type_name("FIELDS")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->check(CLI::IsMember(names));

@@ -65,7 +65,8 @@ void ExtractCommand::declare(CLI::App& app)
              "Ids of files, or patterns of their names with *, ? and [...]; all files without");
     addText(app, "-d,--directory", m_folder,
             "Folder to write to, the current one by default; "
-            "made where it is missing");
+            "made where it is missing")
+        ->type_name("FOLDER");
     app.add_flag("--verify", m_options.verify, "Compare the digests as the bytes pass");
     app.add_flag("--keep-bad", m_options.keepBad, "Keep files that are damaged as well");
     app.add_flag("--overwrite", m_overwrite, "Replace files that exist");
@@ -73,7 +74,7 @@ void ExtractCommand::declare(CLI::App& app)
     m_options.jobs = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
     app.add_option("--jobs", m_options.jobs, "How many files are written at once")
         ->check(CLI::Range(1, 1024))
-        ->capture_default_str();
+        ->default_str("one per processor");
 }
 
 // Files in ascending order of ids; false when something was asked for that is

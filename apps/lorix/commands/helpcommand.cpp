@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/lorix/commands/helpcommand.h>
 
+#include <apps/lorix/manualpage.h>
+
 namespace lorix::cli {
 
 namespace {
@@ -40,11 +42,16 @@ void HelpCommand::declare(CLI::App& app)
 {
     m_program = app.get_parent();
     addText(app, "TOPIC", m_topic, "A command, or exit-status");
+    app.add_flag("--man", m_manual, "Print the manual page lorix(1), for man and troff");
 }
 
 int HelpCommand::run(Console& console, const GlobalOptions& options)
 {
     Q_UNUSED(options)
+    if (m_manual) {
+        console.write(manualPage(readOptionTable(*m_program), QString::fromLatin1(exitStatusPage)));
+        return Done;
+    }
     if (m_topic == QLatin1String("exit-status")) {
         console.write(QString::fromLatin1(exitStatusPage));
         return Done;

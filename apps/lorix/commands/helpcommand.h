@@ -5,7 +5,8 @@
 
 namespace lorix::cli {
 
-/// `lorix help [TOPIC]`: the help of a command, or a page of its own.
+/// `lorix help [TOPIC]`: the help of a command, a page of its own, or all of it
+/// as a manual page.
 class HelpCommand : public Command
 {
 public:
@@ -15,8 +16,9 @@ public:
     int run(Console& console, const GlobalOptions& options) override;
 
 private:
-    CLI::App* m_program = nullptr;
+    const CLI::App* m_program = nullptr;
     QString m_topic;
+    bool m_manual = false;
 };
 
 } // namespace lorix::cli

@@ -104,6 +104,7 @@ void TreeCommand::declare(CLI::App& app)
 {
     FileCommand::declare(app);
     app.add_option("--format", m_format, "How to write the tree: text, json (as --json), dot")
+        ->type_name("FORMAT")
         ->check(CLI::IsMember({"text", "json", "dot"}))
         ->capture_default_str();
 }

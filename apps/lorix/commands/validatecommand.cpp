@@ -208,7 +208,8 @@ void ValidateCommand::declare(CLI::App& app)
 {
     FileCommand::declare(app);
     addText(app, "--saved", m_savedList,
-            "Check files on disk against a list in the format of md5sum");
+            "Check files on disk against a list in the format of md5sum")
+        ->type_name("FILE");
     app.get_option("--jobs")->description("How many digests are computed at once");
 }
 
