@@ -66,6 +66,10 @@ def opening(bench):
     mine, theirs = bench.best(ours, grep)
     bench.row("container", "open, 1 GiB of lines of a few hundred bytes", mine / theirs, "grep -a -c",
               1.5)
+    half = bench.dir / "half.lorix"
+    write_container(half, text_lines(512 * MIB, 1), file_marker("a.txt", b"content\n" * 100, True))
+    bench.growth("container", "open, 512 MiB doubled", [bench.program(), "sections", str(half)], ours)
+    half.unlink()
     extra = bench.memory(ours) - bench.memory([bench.program(), "sections", str(tiny)])
     bench.row("container", "open, memory above that for a tiny document (MiB)", extra / 1024, "1 MiB",
               4)
@@ -87,6 +91,13 @@ def listing(bench):
                    f"{shlex.quote(str(archive))}", shell=True, check=True)
     mine, theirs = bench.best([bench.program(), "files", str(path)], ["unzip", "-l", str(archive)])
     bench.row("container", "list 100 000 embedded files", mine / theirs, "unzip -l", 3)
+    doubled = bench.dir / "doubled.lorix"
+    write_container(doubled, [], b"".join(blocks + blocks))
+    for command in (["files"], ["info"], ["validate", "-q", "--jobs", "1"]):
+        bench.growth("container", f"{command[0]}, 100 000 embedded files doubled",
+                     [bench.program(), *command, str(path)],
+                     [bench.program(), *command, str(doubled)], repeat=3)
+    doubled.unlink()
     subprocess.run(["rm", "-r", str(folder)], check=True)
 
 
@@ -109,21 +120,38 @@ def extracting(bench):
     pdf = bench.dir / "table.pdf"
     subprocess.run(["qpdf", "--empty", "--add-attachment", str(data), "--key=table", "--",
                     "--compress-streams=y", str(pdf)], check=True)
+    # Everybody writes a new file.
+    out, peer_out = bench.dir / "out", bench.dir / "peer.out"
     peers = {
-        "unzip -p": f"unzip -p {archive} > {bench.dir}/peer.out",
-        "qpdf --show-attachment": f"qpdf {pdf} --show-attachment=table > {bench.dir}/peer.out",
-        "pdfdetach": f"pdfdetach -save 1 -o {bench.dir}/peer.out {pdf}",
+        "unzip -p > FILE": f"rm -f {peer_out}; unzip -p {archive} > {peer_out}",
+        "qpdf --show-attachment > FILE":
+            f"rm -f {peer_out}; qpdf {pdf} --show-attachment=table > {peer_out}",
+        "pdfdetach -o FILE": f"rm -f {peer_out}; pdfdetach -save 1 -o {peer_out} {pdf}",
     }
-    ours = f"{bench.program()} cat {path} 0 > {bench.dir}/ours.out"
+    ours = f"rm -rf {out}; {bench.program()} extract -q {path} -d {out}"
     times = bench.best(ours, *peers.values(), repeat=3)
+    for written in (out / "table.txt", peer_out):
+        subprocess.run(["cmp", str(data), str(written)], check=True)
     fastest = min(range(1, len(times)), key=lambda i: times[i])
-    bench.row("container", "extract a flate file of 230 MB", times[0] / times[fastest],
-              list(peers)[fastest], 1.1)
-    for leftover in (data, path, archive, pdf, bench.dir / "peer.out", bench.dir / "ours.out"):
+    for i, peer in enumerate(peers, 1):
+        bench.row("container", "extract a flate file of 230 MB", times[0] / times[i], peer,
+                  1.1 if i == fastest else None)
+    for leftover in (data, path, archive, pdf, peer_out):
         leftover.unlink()
+
+
+def extracting_many(bench):
+    for count in (5_000, 10_000):
+        blocks = [file_marker(f"file{i:06}.txt", b"number %d\n" % i * 200, i % 2 == 1)
+                  for i in range(count)]
+        write_container(bench.dir / f"{count}.lorix", [], b"".join(blocks))
+    small, large = (f"rm -rf {bench.dir}/out; {bench.program()} extract -q --jobs 1 "
+                    f"{bench.dir}/{count}.lorix -d {bench.dir}/out" for count in (5_000, 10_000))
+    bench.growth("container", "extract 5 000 embedded files, doubled", small, large, repeat=3)
 
 
 def run(bench):
     opening(bench)
     listing(bench)
     extracting(bench)
+    extracting_many(bench)

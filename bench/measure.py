@@ -71,6 +71,12 @@ class Bench:
         limit = "" if bar is None else f"at most {bar:g}"
         print(f"{area:<10} {what:<58} {ratio:9.3f} x {peer:<38} {limit:<14} {verdict}", flush=True)
 
+    def growth(self, area, what, small, large, bar=2.3, repeat=None):
+        """Notes how much longer the command `large` takes than `small`, which has
+        half as much to do."""
+        less, more = self.best(small, large, repeat=repeat)
+        self.row(area, what, more / less, "half as much", bar, growth=True)
+
     def missed(self):
         return [row for row in self.rows if row[5] == "MISSED"]
 

@@ -75,6 +75,12 @@ def files(bench):
     theirs, mine = bench.best(grep, find)
     bench.row("query", f"find a word in 10 000 containers of {size:.0f} KB", mine / theirs,
               "grep -rl for the word", 8)
+    names = sorted(str(path) for path in folder.iterdir())
+    (bench.dir / "half.list").write_text("\n".join(names[:5_000]))
+    (bench.dir / "all.list").write_text("\n".join(names))
+    small, large = ([bench.program(), "find", "-l", "--jobs", "1", "needle", "--files-from",
+                     str(bench.dir / f"{which}.list")] for which in ("half", "all"))
+    bench.growth("query", "find a word in 5 000 containers, doubled", small, large)
 
 
 def reading(bench):
