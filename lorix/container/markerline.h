@@ -13,10 +13,16 @@ namespace lorix {
 // and of the two marker lines, as QRegExp (syntax RegExp, case-sensitive) takes
 // them. They define what a marker is; matchSectionMarker() and
 // matchFileMarker() give the same answers without the cost of the engine.
+
+/// The pattern of a text in a field.
 extern LORIX_EXPORT const QString strRegex;
+/// The pattern of a number in a field.
 extern LORIX_EXPORT const QString intRegex;
+/// The pattern of a digest in a field.
 extern LORIX_EXPORT const QString md5Regex;
+/// The pattern of a section marker.
 extern LORIX_EXPORT const QString sectionRegexStr;
+/// The pattern of an embedded-file marker.
 extern LORIX_EXPORT const QString fileRegexStr;
 
 /// Begins the header line, which makes a file a container.

@@ -28,6 +28,7 @@ public:
         PreparedValue constant;
     };
 
+    /// A test of one attribute or two, possibly negated.
     struct Literal
     {
         Operator op = Operator::None;
@@ -46,12 +47,14 @@ public:
         bool holds(const PreparedValue& leftValue, const PreparedValue& rightValue) const;
     };
 
+    /// Tests of which one at least must hold.
     struct Clause
     {
         std::vector<int> literals;
         std::vector<int> scope; ///< Variables, ascending.
     };
 
+    /// Where a variable is mentioned.
     struct VariableUse
     {
         bool named = true;

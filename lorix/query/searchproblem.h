@@ -29,6 +29,7 @@ public:
         std::vector<int> literals;
     };
 
+    /// A variable of the query and what it may still stand for.
     struct Variable
     {
         bool named = true;

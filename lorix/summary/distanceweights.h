@@ -7,15 +7,15 @@ namespace lorix {
 /// XML summary counts for distance().
 namespace weight {
 
-constexpr int filename = 20;
-constexpr int md5file = 20;
-constexpr int filesize = 20;
-constexpr int filetype = 1;
-constexpr int desc = 1;
-constexpr int comment = 1;
-constexpr int md5cfile = 2;
-constexpr int cfilesize = 2;
-constexpr int compression = 2;
+constexpr int filename = 20;   ///< Different names.
+constexpr int md5file = 20;    ///< Different digests of the content.
+constexpr int filesize = 20;   ///< Different sizes of the content.
+constexpr int filetype = 1;    ///< Different types.
+constexpr int desc = 1;        ///< Different descriptions.
+constexpr int comment = 1;     ///< Different comments.
+constexpr int md5cfile = 2;    ///< Different digests of the stored bytes.
+constexpr int cfilesize = 2;   ///< Different stored sizes.
+constexpr int compression = 2; ///< Different ways of compression.
 
 } // namespace weight
 

@@ -32,7 +32,7 @@ public:
                                               SearchOutcome* outcome = nullptr);
 };
 
-/// The search step by step, for any P; what Dijkstra<P>::findPaths() does.
+/// The search step by step, for any P; what Dijkstra does.
 template <typename P>
 QList<QSharedPointer<P>> findPathsStepwise(const QSharedPointer<P>& start, int count,
                                            const SearchLimits& limits, SearchOutcome& outcome)
