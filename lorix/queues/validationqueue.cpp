@@ -4,8 +4,7 @@
 #include <lorix/container/lorixparser.h>
 #include <lorix/queues/progresspercent.h>
 
-#include <QSet>
-
+#include <algorithm>
 #include <limits>
 
 namespace lorix {
@@ -23,6 +22,13 @@ QByteArray bytesAt(LorixParser* parser, qint64 position, qint64 length)
     if (!parser || position < 0 || position > largest || length < 0 || length > largest)
         return {};
     return parser->getBytes(static_cast<int>(position), static_cast<int>(length));
+}
+
+QList<int> ascendingOnce(QList<int> ids)
+{
+    std::sort(ids.begin(), ids.end());
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    return ids;
 }
 
 } // namespace
@@ -74,16 +80,19 @@ void ValidationQueue::addValidatees(const QList<int>& fileIds, const QList<int>&
 {
     if (!m_parser)
         return;
-    const QSet<int> wantedSections(sectionIds.cbegin(), sectionIds.cend());
-    const QList<SectionTag> sections = m_parser->getSections();
-    for (auto section = sections.crbegin(); section != sections.crend(); ++section)
-        if (section->id != -1 && wantedSections.contains(section->id))
+    // Callers may queue one of many, time and again: ids are looked up, the
+    // records not gone through.
+    const QList<int> sections = ascendingOnce(sectionIds);
+    for (auto id = sections.crbegin(); id != sections.crend(); ++id) {
+        const QSharedPointer<SectionTag> section = m_parser->getSection(*id);
+        if (section && section->id != -1)
             enqueue(Validatee::fromSection(*section));
-    const QSet<int> wantedFiles(fileIds.cbegin(), fileIds.cend());
-    const QList<FileTag> files = m_parser->getFiles();
-    for (const FileTag& file : files)
-        if (file.id != -1 && wantedFiles.contains(file.id))
-            enqueue(Validatee::fromFile(file));
+    }
+    for (const int id : ascendingOnce(fileIds)) {
+        const QSharedPointer<FileTag> file = m_parser->getFile(id);
+        if (file && file->id != -1)
+            enqueue(Validatee::fromFile(*file));
+    }
 }
 
 void ValidationQueue::addValidatees(const QList<SavedFile>& savedFiles)
