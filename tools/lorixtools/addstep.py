@@ -219,7 +219,7 @@ def add_step(invocation, report):
             replacements = []
         else:
             # In one order everywhere, and each is either had at once or not at all.
-            replacements = [stack.enter_context(Replacement(names[key])) for key in sorted(names)]
+            replacements = [Replacement.open(stack, names[key]) for key in sorted(names)]
         root = document.open_root(invocation, replacements) \
             or document.made_root(invocation, report)
         stack.callback(root.file.close)

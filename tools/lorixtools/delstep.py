@@ -96,7 +96,7 @@ def delete_steps(names, force, pretend, report):
         for target in sorted(different):
             name = different[target]
             stack.enter_context(_open(name)).close()  # before anything is made beside it
-            replacement = None if pretend else stack.enter_context(Replacement(name))
+            replacement = None if pretend else Replacement.open(stack, name)
             cut = Cut(stack.enter_context(_open(name)), name, force, report)
             if replacement:
                 cut.write(replacement.file)

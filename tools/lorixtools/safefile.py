@@ -8,8 +8,10 @@ process ends, however that happens, so that neither a lock nor a part of a file
 can ever stand in the way of the next run.
 """
 
+import contextlib
 import errno
 import os
+import signal
 import stat
 
 from .report import BAD_CALL, FAILED, ToolError, reason
@@ -18,6 +20,20 @@ try:
     import fcntl
 except ImportError:  # Windows
     fcntl = None
+
+
+@contextlib.contextmanager
+def held_signals():
+    """Keeps back the signals that ask for an end; what came is met when the block is left."""
+    if not hasattr(signal, "pthread_sigmask"):
+        yield
+        return
+    before = signal.pthread_sigmask(signal.SIG_BLOCK,
+                                    {signal.SIGINT, signal.SIGTERM, signal.SIGHUP})
+    try:
+        yield
+    finally:
+        signal.pthread_sigmask(signal.SIG_SETMASK, before)
 
 
 def part_name(target):
@@ -34,9 +50,16 @@ class Replacement:
     """The coming content of one file.
 
     Opening it takes the lock, so that what is read of the target from then on
-    is what will be replaced. Use it in a `with` statement: without commit()
-    the target stays as it is and the part is removed.
+    is what will be replaced. It is made by open(); without commit() the target
+    stays as it is, and the part is removed when the stack is left.
     """
+
+    @classmethod
+    def open(cls, stack, path):
+        """The replacement of `path`, to be left with the contextlib.ExitStack."""
+        # Asked to end between making the part and entering it, nobody would remove it.
+        with held_signals():
+            return stack.enter_context(cls(path))
 
     def __init__(self, path):
         self.path = path
@@ -145,16 +168,17 @@ class Replacement:
         return self
 
     def __exit__(self, *_):
-        if not self._done:
-            # Removed before it is unlocked, so that nobody else's part is hit.
+        with held_signals():
+            if not self._done:
+                # Removed before it is unlocked, so that nobody else's part is hit.
+                try:
+                    os.unlink(self._part)
+                except OSError:
+                    pass
             try:
-                os.unlink(self._part)
+                self.file.close()
             except OSError:
                 pass
-        try:
-            self.file.close()
-        except OSError:
-            pass
 
 
 def sync_folder(folder):
