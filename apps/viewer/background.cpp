@@ -3,11 +3,19 @@
 
 #include <QThread>
 
+#include <utility>
+
 namespace lorix::viewer {
 
+// What has been given up may go on for a while; it must not outlive what it
+// works with.
 Background::~Background()
 {
     cancel();
+    for (QThread* const thread : std::as_const(m_threads)) {
+        thread->wait();
+        delete thread;
+    }
 }
 
 void Background::start(const Work& work)
@@ -15,36 +23,31 @@ void Background::start(const Work& work)
     cancel();
     m_cancelled = std::make_shared<std::atomic_bool>(false);
     const auto cancelled = m_cancelled;
-    m_thread = QThread::create([this, work, cancelled] {
-        const Finish finish = work([cancelled] { return cancelled->load(); });
-        // cancel() waits for this thread, so that `this` is alive here.
-        QMetaObject::invokeMethod(
-            this,
-            [this, finish, cancelled] {
-                if (cancelled->load())
-                    return;
-                release();
-                if (finish)
-                    finish();
-            },
-            Qt::QueuedConnection);
+    auto result = std::make_shared<Finish>();
+    QThread* const thread = QThread::create([this, work, cancelled, result] {
+        Finish finish = work([cancelled] { return cancelled->load(); });
+        // What is not wanted goes away here, where it keeps nobody waiting.
+        if (!cancelled->load())
+            *result = std::move(finish);
     });
-    m_thread->start();
+    connect(thread, &QThread::finished, this, [this, thread, cancelled, result] {
+        m_threads.removeOne(thread);
+        thread->deleteLater();
+        if (cancelled->load())
+            return;
+        m_cancelled.reset();
+        if (*result)
+            (*result)();
+    });
+    m_threads.append(thread);
+    thread->start();
 }
 
 void Background::cancel()
 {
-    if (!m_thread)
-        return;
-    m_cancelled->store(true);
-    release();
-}
-
-void Background::release()
-{
-    m_thread->wait();
-    m_thread->deleteLater();
-    m_thread = nullptr;
+    if (m_cancelled)
+        m_cancelled->store(true);
+    m_cancelled.reset();
 }
 
 } // namespace lorix::viewer

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <QList>
 #include <QObject>
 
 #include <atomic>
@@ -36,15 +37,15 @@ public:
     /// Begins the work; what was going on before is cancelled. What the work
     /// returns is called when it is done, unless it has been cancelled.
     void start(const Work& work);
-    /// Gives up and waits until the work has noticed.
+    /// Gives up, without waiting until the work has noticed; nothing comes of it
+    /// any more. Only the destructor waits.
     void cancel();
-    bool isBusy() const { return m_thread != nullptr; }
+    /// Whether there is work that is still wanted.
+    bool isBusy() const { return m_cancelled != nullptr; }
 
 private:
-    void release();
-
-    QThread* m_thread = nullptr;
-    std::shared_ptr<std::atomic_bool> m_cancelled;
+    QList<QThread*> m_threads;                     // also of work that has been given up
+    std::shared_ptr<std::atomic_bool> m_cancelled; // of what is still wanted
 };
 
 } // namespace lorix::viewer

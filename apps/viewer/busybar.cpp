@@ -38,6 +38,11 @@ void BusyBar::setPercent(int percent, const QString& detail)
 {
     m_bar->setRange(0, 100);
     m_bar->setValue(percent);
+    setDetail(detail);
+}
+
+void BusyBar::setDetail(const QString& detail)
+{
     const QString text = detail.isEmpty() ? m_what : m_what + QStringLiteral(": ") + detail;
     m_label->setText(m_label->fontMetrics().elidedText(text, Qt::ElideMiddle, 420));
 }

@@ -23,6 +23,8 @@ public:
     /// Shows the bar; without a percentage until the first setPercent().
     void begin(const QString& what);
     void setPercent(int percent, const QString& detail = QString());
+    /// Says what has been reached where no percentage is known.
+    void setDetail(const QString& detail);
     void end();
 
 Q_SIGNALS:

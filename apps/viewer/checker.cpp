@@ -18,33 +18,37 @@ const int sliceMs = 12;        // of work between two looks at the window's even
 const int showEveryMs = 80;    // marks on screen follow the results in this rhythm
 const int chunkBytes = 400000; // a few milliseconds of hashing
 
-QString tr(const char* text)
+struct Text
 {
-    return QCoreApplication::translate("Checker", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Checker)
+};
 
 // A finding of the structure for people; nothing where the marks say it already.
 QString wordsFor(const QString& code, const QString& title)
 {
     const QString step = cli::printable(cli::decodedField(title));
     if (code == QLatin1String("chain.previousmd5.mismatch"))
-        return tr("the step before “%1” is not the one that was there when that step was added. "
-                  "A step may have been exchanged or taken out.")
+        return Text::tr(
+                   "the step before “%1” is not the one that was there when that step was added. "
+                   "A step may have been exchanged or taken out.")
             .arg(step);
     if (code == QLatin1String("chain.broken"))
-        return tr("the history is broken off: an older step should come before “%1” but cannot "
-                  "be found.")
+        return Text::tr(
+                   "the history is broken off: an older step should come before “%1” but cannot "
+                   "be found.")
             .arg(step);
     if (code == QLatin1String("chain.loop"))
-        return tr("the history leads back to itself at “%1”, so that older steps are out of reach.")
-            .arg(step);
+        return Text::
+            tr("the history leads back to itself at “%1”, so that older steps are out of reach.")
+                .arg(step);
     if (code == QLatin1String("section.marker.damaged"))
-        return tr("there are remains of a step that cannot be read any more.");
+        return Text::tr("there are remains of a step that cannot be read any more.");
     if (code == QLatin1String("section.trailing"))
-        return tr("something was added behind the newest step. The steps are untouched, but no "
-                  "step says where that comes from.");
+        return Text::tr(
+            "something was added behind the newest step. The steps are untouched, but no "
+            "step says where that comes from.");
     if (code == QLatin1String("file.sectionless"))
-        return tr("there are files that belong to no step.");
+        return Text::tr("there are files that belong to no step.");
     return {};
 }
 
@@ -54,13 +58,15 @@ QString whyDamaged(const SectionTag& section, qint64 fileBytes)
 {
     const qint64 start = qint64{section.position} - section.left;
     if (start < 0 || start + section.size > fileBytes)
-        return tr("Part of this step is missing: the document is shorter than it was when the "
-                  "step was added. It may have been cut off on its way to you.");
+        return Text::tr(
+            "Part of this step is missing: the document is shorter than it was when the "
+            "step was added. It may have been cut off on its way to you.");
     if (section.md5section.isEmpty())
-        return tr("No fingerprint was recorded for this step, so nothing proves that it is "
-                  "unchanged.");
-    return tr("Something in this step was changed after it was added: its bytes no longer have "
-              "the fingerprint that was recorded.");
+        return Text::tr("No fingerprint was recorded for this step, so nothing proves that it is "
+                        "unchanged.");
+    return Text::tr(
+        "Something in this step was changed after it was added: its bytes no longer have "
+        "the fingerprint that was recorded.");
 }
 
 QString whyDamaged(const FileTag& file, qint64 fileBytes)
@@ -69,15 +75,16 @@ QString whyDamaged(const FileTag& file, qint64 fileBytes)
     const qint64 start = qint64{file.position} + file.taglen + file.offset;
     const qint64 end = start + (flate ? file.cfilesize : file.filesize);
     if (start < 0 || end > fileBytes)
-        return tr("Part of this file is missing: the document ends before the file does. It may "
-                  "have been cut off on its way to you.");
+        return Text::tr(
+            "Part of this file is missing: the document ends before the file does. It may "
+            "have been cut off on its way to you.");
     if (!flate && file.compression != QLatin1String("none"))
-        return tr("This file is packed in a way that this program does not know.");
+        return Text::tr("This file is packed in a way that this program does not know.");
     if (file.md5file.isEmpty())
-        return tr("No fingerprint was recorded for this file, so nothing proves that it is "
-                  "unchanged.");
-    return tr("The content was changed after the file was added: it no longer has the "
-              "fingerprint that was recorded.");
+        return Text::tr("No fingerprint was recorded for this file, so nothing proves that it is "
+                        "unchanged.");
+    return Text::tr("The content was changed after the file was added: it no longer has the "
+                    "fingerprint that was recorded.");
 }
 
 Checker::Checker(QObject* logTarget, QObject* parent) : QObject(parent), m_logTarget(logTarget)
@@ -140,14 +147,14 @@ void Checker::nextContainer()
         const auto section = m_history->containers().at(index).parser->getSection(id);
         m_results.setSection(
             index, id,
-            valid ? Verdict{CheckState::Valid, tr("Unchanged since this step was added.")}
+            valid ? Verdict{CheckState::Valid, Text::tr("Unchanged since this step was added.")}
                   : Verdict{CheckState::Damaged, whyDamaged(*section, container.bytes)});
     });
     connect(m_queue.get(), &ValidationQueue::fileProcessed, this, [=](int id, bool valid) {
         const auto file = m_history->containers().at(index).parser->getFile(id);
         m_results.setFile(
             index, id,
-            valid ? Verdict{CheckState::Valid, tr("Unchanged since this file was added.")}
+            valid ? Verdict{CheckState::Valid, Text::tr("Unchanged since this file was added.")}
                   : Verdict{CheckState::Damaged, whyDamaged(*file, container.bytes)});
     });
     connect(m_queue.get(), &ValidationQueue::percentFinishedChanged, this,
@@ -195,13 +202,13 @@ void Checker::addNotices()
                 continue;
             seen.append(finding.code);
             m_results.addNotice({finding.severity == QLatin1String("error"),
-                                 tr("%1: %2").arg(container.name, words)});
+                                 Text::tr("%1: %2").arg(container.name, words)});
         }
     }
     for (const SkippedContainer& skipped : m_history->tree().skippedContainers())
         m_results.addNotice(
             {skipped.reason == SkippedContainer::Unreadable,
-             tr("The history inside “%1” cannot be shown, and was not checked.")
+             Text::tr("The history inside “%1” cannot be shown, and was not checked.")
                  .arg(lorix::cli::printable(lorix::cli::decodedField(skipped.filename)))});
 }
 

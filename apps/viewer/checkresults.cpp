@@ -7,10 +7,10 @@ namespace lorix::viewer {
 
 namespace {
 
-QString tr(const char* text, int count = -1)
+struct Text
 {
-    return QCoreApplication::translate("CheckResults", text, nullptr, count);
-}
+    Q_DECLARE_TR_FUNCTIONS(CheckResults)
+};
 
 } // namespace
 
@@ -33,18 +33,18 @@ Verdict CheckResults::of(const History& history, const Place& place) const
     const FileSummary& file = history.file(place);
     if (file.tagId < 0)
         return {CheckState::NotChecked,
-                tr("The document only describes this file and does not hold its content, so "
-                   "there is nothing to check.")};
+                Text::tr("The document only describes this file and does not hold its content, so "
+                         "there is nothing to check.")};
     const auto found = m_files.constFind({history.step(place.node).container, file.tagId});
     if (found != m_files.constEnd())
         return *found;
-    return {CheckState::NotChecked, tr("Not checked yet.")};
+    return {CheckState::NotChecked, Text::tr("Not checked yet.")};
 }
 
 Verdict CheckResults::ofStep(const History& history, int node) const
 {
     const HistoryStep& step = history.step(node);
-    Verdict own{CheckState::NotChecked, tr("Not checked yet.")};
+    Verdict own{CheckState::NotChecked, Text::tr("Not checked yet.")};
     if (!step.sectionless)
         own = m_sections.value({step.container, step.step.tagId}, own);
     int checked = 0;
@@ -57,14 +57,15 @@ Verdict CheckResults::ofStep(const History& history, int node) const
         damaged += found->state == CheckState::Damaged;
     }
     if (damaged > 0) {
-        const QString files = damaged == 1 ? tr("One of its files is damaged.")
-                                           : tr("%1 of its files are damaged.").arg(damaged);
+        const QString files = damaged == 1 ? Text::tr("One of its files is damaged.")
+                                           : Text::tr("%1 of its files are damaged.").arg(damaged);
         if (own.state == CheckState::Damaged)
             return {CheckState::Damaged, own.reason + QLatin1Char(' ') + files};
         return {CheckState::Damaged, files};
     }
     if (step.sectionless && checked > 0)
-        return {CheckState::Valid, tr("The content of these files is what was recorded for them.")};
+        return {CheckState::Valid,
+                Text::tr("The content of these files is what was recorded for them.")};
     return own;
 }
 
@@ -72,13 +73,13 @@ QString stateName(CheckState state)
 {
     switch (state) {
     case CheckState::Valid:
-        return tr("valid");
+        return Text::tr("valid");
     case CheckState::Damaged:
-        return tr("damaged");
+        return Text::tr("damaged");
     case CheckState::NotChecked:
         break;
     }
-    return tr("not checked");
+    return Text::tr("not checked");
 }
 
 } // namespace lorix::viewer

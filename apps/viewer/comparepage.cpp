@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/viewer/comparepage.h>
 
+#include <apps/viewer/words.h>
+
 #include <apps/lorix/text.h>
 
 #include <lorix/tree/lorixdiff.h>
@@ -37,6 +39,15 @@ QTreeWidget* makeTable(const QStringList& columns, const QString& accessibleName
     table->setAllColumnsShowFocus(true);
     table->setAccessibleName(accessibleName);
     return table;
+}
+
+// What a cell has room for.
+QString onOneLine(const QString& text)
+{
+    const qsizetype longest = 300;
+    if (text.isEmpty())
+        return QStringLiteral("–");
+    return text.left(longest).simplified();
 }
 
 void markDifference(QTreeWidgetItem* item, bool differs)
@@ -236,7 +247,9 @@ void ComparePage::showRows()
                                              : QStringLiteral("≠  ");
         auto* const item = new QTreeWidgetItem(
             {titleOf(*m_left, row.left), sign + describeRow(row), titleOf(*m_right, row.right)});
-        item->setToolTip(1, describeRow(row));
+        item->setToolTip(0, plainTip(item->text(0).trimmed()));
+        item->setToolTip(1, plainTip(describeRow(row)));
+        item->setToolTip(2, plainTip(item->text(2).trimmed()));
         item->setData(0, rowRole, i);
         markDifference(item, !row.isSame());
         items.append(item);
@@ -259,11 +272,11 @@ void ComparePage::showFields()
     const ComparisonRow& row = m_rows.at(item->data(0, rowRole).toInt());
     for (const FieldPair& pair : compareSteps(*m_left, row.left, *m_right, row.right)) {
         auto* const line =
-            new QTreeWidgetItem({pair.field, pair.left.isEmpty() ? QStringLiteral("–") : pair.left,
-                                 pair.right.isEmpty() ? QStringLiteral("–") : pair.right,
+            new QTreeWidgetItem({onOneLine(pair.field), onOneLine(pair.left), onOneLine(pair.right),
                                  pair.differs() ? tr("differs") : tr("same")});
-        line->setToolTip(1, pair.left);
-        line->setToolTip(2, pair.right);
+        line->setToolTip(0, plainTip(pair.field));
+        line->setToolTip(1, plainTip(pair.left));
+        line->setToolTip(2, plainTip(pair.right));
         markDifference(line, pair.differs());
         m_fields->addTopLevelItem(line);
     }

@@ -11,10 +11,10 @@ namespace lorix::viewer {
 
 namespace {
 
-QString tr(const char* text)
+struct Text
 {
-    return QCoreApplication::translate("Comparison", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Comparison)
+};
 
 struct Field
 {
@@ -55,7 +55,8 @@ Values fileValues(const History& history, int node)
         if (history.isOwnSummary(place))
             continue;
         const FileSummary& file = history.file(place);
-        QString key = tr("%1 “%2”").arg(purposeName(file.filePurpose), history.fileName(place));
+        QString key =
+            Text::tr("%1 “%2”").arg(purposeName(file.filePurpose), history.fileName(place));
         while (values.contains(key))
             key += QLatin1Char('\'');
         values.insert(key, exactSize(file.uncompressedSize) + QStringLiteral(", ") +
@@ -71,7 +72,7 @@ Values attributeValues(const History& history, int node)
         return values;
     const Workflowstep& step = history.step(node).step;
     for (const QString& key : step.userAttributeKeys)
-        values.insert(tr("Attribute “%1”").arg(history.stepText(node, key)),
+        values.insert(Text::tr("Attribute “%1”").arg(history.stepText(node, key)),
                       (history.stepText(node, step.userAttributes.value(key)) + QLatin1Char(' ') +
                        history.stepText(node, step.userAttributeUnits.value(key)))
                           .trimmed());
@@ -112,7 +113,7 @@ QList<FieldPair> compareSteps(const History& left, int leftNode, const History& 
     QList<FieldPair> pairs;
     for (const Field& field : fields) {
         FieldPair pair;
-        pair.field = tr(field.name);
+        pair.field = Text::tr(field.name);
         if (leftNode >= 0)
             pair.left = left.stepText(leftNode, a.*field.member);
         if (rightNode >= 0)
@@ -158,15 +159,15 @@ QList<ComparisonRow> compareHistories(const History& left, const History& right,
 QString describeRow(const ComparisonRow& row)
 {
     if (row.right < 0)
-        return tr("only on the left");
+        return Text::tr("only on the left");
     if (row.left < 0)
-        return tr("only on the right");
+        return Text::tr("only on the right");
     QStringList words;
     if (row.moved)
-        words.append(tr("moved to another place in the history"));
+        words.append(Text::tr("moved to another place in the history"));
     if (!row.changed.isEmpty())
-        words.append(tr("differs in: %1").arg(row.changed.join(QStringLiteral(", "))));
-    return words.isEmpty() ? tr("same") : words.join(QStringLiteral("; "));
+        words.append(Text::tr("differs in: %1").arg(row.changed.join(QStringLiteral(", "))));
+    return words.isEmpty() ? Text::tr("same") : words.join(QStringLiteral("; "));
 }
 
 } // namespace lorix::viewer

@@ -14,22 +14,28 @@ namespace lorix::viewer {
 
 namespace {
 
+const int longestText = 20000; // characters of one field
+const int listedAttributes = 500;
 const int listedFiles = 200; // on one page; the outline has them all
 
-QString tr(const char* text)
+struct Text
 {
-    return QCoreApplication::translate("Details", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Details)
+};
 
 QString escaped(const QString& text)
 {
     return text.toHtmlEscaped();
 }
 
-// Line feeds that a person wrote are kept as such.
+// Line feeds that a person wrote are kept as such. A text may be of any length;
+// a page is not.
 QString paragraph(const QString& text)
 {
-    QString html = escaped(text);
+    QString html = escaped(text.left(longestText));
+    if (text.size() > longestText)
+        html += QStringLiteral("<br><i>%1</i>")
+                    .arg(escaped(Text::tr("… %1 characters in all").arg(text.size())));
     html.replace(QStringLiteral("\\n"), QStringLiteral("<br>"));
     return html;
 }
@@ -46,7 +52,9 @@ QString table(const QString& rows)
 {
     if (rows.isEmpty())
         return {};
-    return QStringLiteral("<table cellspacing='0' cellpadding='2'>%1</table>").arg(rows);
+    return QStringLiteral(
+               "<table cellspacing='0' cellpadding='2' style='margin-top:6px'>%1</table>")
+        .arg(rows);
 }
 
 QString heading(const QString& text)
@@ -80,14 +88,19 @@ QString attributes(const Record& record, const Show& show)
     for (const QString& key : record.userAttributeKeys) {
         if (seen.contains(key))
             continue;
+        if (seen.size() == listedAttributes) {
+            rows += row(QStringLiteral("…"), escaped(Text::tr("there are more")));
+            break;
+        }
         seen.insert(key);
         QString value = paragraph(show(record.userAttributes.value(key)));
         const QString unit = record.userAttributeUnits.value(key);
         if (!unit.isEmpty())
             value += QStringLiteral(" ") + escaped(show(unit));
-        rows += row(show(key), value.isEmpty() ? QStringLiteral("–") : value);
+        rows += row(show(key).left(200), value.isEmpty() ? QStringLiteral("–") : value);
     }
-    return rows.isEmpty() ? rows : heading(tr("Attributes given by the author")) + table(rows);
+    return rows.isEmpty() ? rows
+                          : heading(Text::tr("Attributes given by the author")) + table(rows);
 }
 
 QString fileList(const History& history, const CheckResults& results, int node,
@@ -109,20 +122,22 @@ QString fileList(const History& history, const CheckResults& results, int node,
         QString line = QStringLiteral("<a href='%1'>%2</a>")
                            .arg(linkTo(place), escaped(history.fileName(place)));
         if (files.at(i).tagId < 0)
-            line += QLatin1String(" – ") + escaped(tr("not embedded"));
+            line += QLatin1String(" – ") + escaped(Text::tr("not embedded"));
         else
             line += QStringLiteral(" – %1, %2 %3")
                         .arg(escaped(cli::humanSize(files.at(i).uncompressedSize)),
                              stateSign(verdict.state), escaped(stateName(verdict.state)));
         if (history.nestedIn(place) >= 0)
-            line += QStringLiteral(" – ") + escaped(tr("has a history of its own"));
+            line += QStringLiteral(" – ") + escaped(Text::tr("has a history of its own"));
         items += QStringLiteral("<li>%1</li>").arg(line);
     }
     if (count == 0)
         return {};
     if (count > listedFiles)
-        items += QStringLiteral("<li>%1</li>")
-                     .arg(tr("… and %1 more; the outline lists them all").arg(count - listedFiles));
+        items +=
+            QStringLiteral("<li>%1</li>")
+                .arg(
+                    Text::tr("… and %1 more; the outline lists them all").arg(count - listedFiles));
     return heading(QStringLiteral("%1 (%2)").arg(title).arg(count)) +
            QStringLiteral("<ul style='margin-left:14px; -qt-list-indent:0'>%1</ul>").arg(items);
 }
@@ -137,32 +152,33 @@ QString stepHtml(const History& history, const CheckResults& results, int node)
     html += stateLine(results.of(history, {node, -1}));
     if (entry.sectionless)
         html += QStringLiteral("<p>%1</p>")
-                    .arg(escaped(tr("These files are in the document, but no step says where "
-                                    "they come from.")));
+                    .arg(escaped(Text::tr("These files are in the document, but no step says where "
+                                          "they come from.")));
     QString rows;
-    rows += row(tr("Description"), shown(step.description));
-    rows += row(tr("When"), shown(step.timestamp));
-    rows += row(tr("By whom"), shown(step.user));
-    rows += row(tr("On which computer"), shown(step.host));
-    rows += row(tr("With which tool"), shown(step.tool));
-    rows += row(tr("Tool's place"), shown(step.toolPath));
-    rows += row(tr("Command"), step.command.isEmpty()
-                                   ? QString()
-                                   : QStringLiteral("<code>%1</code>").arg(shown(step.command)));
-    rows += row(tr("Comment"), shown(step.comment));
-    rows += row(tr("Recorded by"), shown(step.creator));
-    rows += row(tr("Original document"), shown(step.lorixRootFile));
-    rows += row(tr("PDF title"), shown(step.pdfTitle));
-    rows += row(tr("PDF author"), shown(step.pdfAuthor));
-    rows += row(tr("PDF subject"), shown(step.pdfSubject));
-    rows += row(tr("PDF keywords"), shown(step.pdfKeywords));
-    rows += row(tr("PDF producer"), shown(step.pdfProducer));
-    rows += row(tr("PDF creator"), shown(step.pdfCreator));
-    rows += row(tr("Kept in"), escaped(history.containers().at(entry.container).name));
+    rows += row(Text::tr("Description"), shown(step.description));
+    rows += row(Text::tr("When"), shown(step.timestamp));
+    rows += row(Text::tr("By whom"), shown(step.user));
+    rows += row(Text::tr("On which computer"), shown(step.host));
+    rows += row(Text::tr("With which tool"), shown(step.tool));
+    rows += row(Text::tr("Tool's place"), shown(step.toolPath));
+    rows +=
+        row(Text::tr("Command"), step.command.isEmpty()
+                                     ? QString()
+                                     : QStringLiteral("<code>%1</code>").arg(shown(step.command)));
+    rows += row(Text::tr("Comment"), shown(step.comment));
+    rows += row(Text::tr("Recorded by"), shown(step.creator));
+    rows += row(Text::tr("Original document"), shown(step.lorixRootFile));
+    rows += row(Text::tr("PDF title"), shown(step.pdfTitle));
+    rows += row(Text::tr("PDF author"), shown(step.pdfAuthor));
+    rows += row(Text::tr("PDF subject"), shown(step.pdfSubject));
+    rows += row(Text::tr("PDF keywords"), shown(step.pdfKeywords));
+    rows += row(Text::tr("PDF producer"), shown(step.pdfProducer));
+    rows += row(Text::tr("PDF creator"), shown(step.pdfCreator));
+    rows += row(Text::tr("Kept in"), escaped(history.containers().at(entry.container).name));
     html += table(rows);
-    html += fileList(history, results, node, QStringLiteral("InFile"), tr("Inputs"));
-    html += fileList(history, results, node, QStringLiteral("OutFile"), tr("Outputs"));
-    html += fileList(history, results, node, QString(), tr("Other files"));
+    html += fileList(history, results, node, QStringLiteral("InFile"), Text::tr("Inputs"));
+    html += fileList(history, results, node, QStringLiteral("OutFile"), Text::tr("Outputs"));
+    html += fileList(history, results, node, QString(), Text::tr("Other files"));
     return html + attributes(step, show);
 }
 
@@ -175,9 +191,9 @@ QString flags(const FileSummary& file)
 {
     QStringList words;
     if (file.preview || file.previewWS)
-        words.append(tr("preview picture"));
+        words.append(Text::tr("preview picture"));
     if (file.thumbnail || file.thumbnailOnly)
-        words.append(tr("thumbnail"));
+        words.append(Text::tr("thumbnail"));
     return escaped(words.join(QStringLiteral(", ")));
 }
 
@@ -189,33 +205,35 @@ QString fileHtml(const History& history, const CheckResults& results, const Plac
     QString html = QStringLiteral("<h2>%1</h2>").arg(escaped(history.fileName(place)));
     html += stateLine(results.of(history, place));
     QString rows;
-    rows += row(tr("What it is"), escaped(history.isOwnSummary(place)
-                                              ? tr("The description of its step, for programs")
-                                              : purposeName(file.filePurpose)));
-    rows += row(tr("Step"),
+    rows += row(Text::tr("What it is"),
+                escaped(history.isOwnSummary(place)
+                            ? Text::tr("The description of its step, for programs")
+                            : purposeName(file.filePurpose)));
+    rows += row(Text::tr("Step"),
                 QStringLiteral("<a href='%1'>%2</a>")
                     .arg(linkTo({place.node, -1}), escaped(history.step(place.node).title)));
-    rows += row(tr("Description"), shown(file.description));
-    rows += row(tr("Comment"), shown(file.comment));
-    rows += row(tr("Type"), shown(file.filetype));
-    rows += row(tr("Size"), escaped(exactSize(file.uncompressedSize)));
+    rows += row(Text::tr("Description"), shown(file.description));
+    rows += row(Text::tr("Comment"), shown(file.comment));
+    rows += row(Text::tr("Type"), shown(file.filetype));
+    rows += row(Text::tr("Size"), escaped(exactSize(file.uncompressedSize)));
     if (file.tagId >= 0)
-        rows +=
-            row(tr("Size in the document"), escaped(exactSize(file.compressedSize)) +
-                                                (file.compressedMethod == QLatin1String("flate")
-                                                     ? QStringLiteral(", ") + escaped(tr("packed"))
-                                                     : QString()));
-    rows += row(tr("Last changed"), shown(file.lastModified));
-    rows += row(tr("Was kept in"), shown(file.filepath));
-    rows += row(tr("Used as"), flags(file));
-    rows += row(tr("Fingerprint (MD5)"), digest(file.uncompressedMD5));
-    rows += row(tr("Fingerprint when packed"), digest(file.compressedMD5));
+        rows += row(Text::tr("Size in the document"),
+                    escaped(exactSize(file.compressedSize)) +
+                        (file.compressedMethod == QLatin1String("flate")
+                             ? QStringLiteral(", ") + escaped(Text::tr("packed"))
+                             : QString()));
+    rows += row(Text::tr("Last changed"), shown(file.lastModified));
+    rows += row(Text::tr("Was kept in"), shown(file.filepath));
+    rows += row(Text::tr("Used as"), flags(file));
+    rows += row(Text::tr("Fingerprint (MD5)"), digest(file.uncompressedMD5));
+    rows += row(Text::tr("Fingerprint when packed"), digest(file.compressedMD5));
     html += table(rows);
     if (const int nested = history.nestedIn(place); nested >= 0) {
         const HistoryContainer& inner = history.containers().at(nested);
-        html += QStringLiteral("<p>%1 <a href='%2'>%3</a></p>")
-                    .arg(escaped(tr("This file has a history of its own:")),
-                         linkTo({inner.nodes.first(), -1}), escaped(tr("go to its newest step")));
+        html +=
+            QStringLiteral("<p>%1 <a href='%2'>%3</a></p>")
+                .arg(escaped(Text::tr("This file has a history of its own:")),
+                     linkTo({inner.nodes.first(), -1}), escaped(Text::tr("go to its newest step")));
     }
     return html + attributes(file, show);
 }
@@ -248,19 +266,20 @@ QString overviewHtml(const History& history, const CheckResults& results)
     const HistoryContainer& document = history.containers().first();
     QString html = QStringLiteral("<h2>%1</h2>").arg(escaped(cli::printable(history.name())));
     QString rows;
-    rows += row(tr("Size"), escaped(exactSize(document.bytes)));
-    rows += row(tr("Steps"), QString::number(document.parser->getNumSections()));
-    rows += row(tr("Files inside"), QString::number(document.parser->getNumFiles()));
+    rows += row(Text::tr("Size"), escaped(exactSize(document.bytes)));
+    rows += row(Text::tr("Steps"), QString::number(document.parser->getNumSections()));
+    rows += row(Text::tr("Files inside"), QString::number(document.parser->getNumFiles()));
     if (history.containers().size() > 1)
-        rows += row(tr("Documents inside"), QString::number(history.containers().size() - 1));
+        rows += row(Text::tr("Documents inside"), QString::number(history.containers().size() - 1));
     html += table(rows);
     if (document.nodes.isEmpty())
         html += QStringLiteral("<p>%1</p>")
-                    .arg(escaped(tr("The document is prepared for a history, but no step has "
-                                    "been recorded yet.")));
+                    .arg(escaped(Text::tr("The document is prepared for a history, but no step has "
+                                          "been recorded yet.")));
     else
-        html += QStringLiteral("<p>%1</p>")
-                    .arg(escaped(tr("Choose a step or a file to see what is known about it.")));
+        html +=
+            QStringLiteral("<p>%1</p>")
+                .arg(escaped(Text::tr("Choose a step or a file to see what is known about it.")));
     for (const Notice& notice : results.notices())
         html += QStringLiteral("<p>%1 %2</p>")
                     .arg(notice.isError ? QStringLiteral("⚠") : QStringLiteral("ℹ"),

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/viewer/detailspanel.h>
 
+#include <apps/viewer/colours.h>
 #include <apps/viewer/detailshtml.h>
 #include <apps/viewer/previewpane.h>
 
+#include <QEvent>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSplitter>
@@ -56,7 +58,7 @@ void DetailsPanel::setCurrent(const Place& place)
     m_splitter->widget(1)->setVisible(file);
     m_extract->setEnabled(file && m_history->file(place).tagId >= 0);
     if (file)
-        m_preview->show(*m_history, place);
+        m_preview->show(m_history, place);
     else
         m_preview->clear();
 }
@@ -68,8 +70,19 @@ void DetailsPanel::refreshStates()
     m_page->verticalScrollBar()->setValue(scrolled);
 }
 
+void DetailsPanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        refreshStates();
+}
+
 void DetailsPanel::showPage()
 {
+    // The palette's own colour of links is made for light grounds.
+    const QColor link =
+        readable(palette().color(QPalette::Link), m_page->palette().color(QPalette::Base));
+    m_page->document()->setDefaultStyleSheet(QStringLiteral("a { color: %1 }").arg(link.name()));
     if (m_history && m_results)
         m_page->setHtml(detailsHtml(*m_history, *m_results, m_current));
     else

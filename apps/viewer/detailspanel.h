@@ -40,6 +40,9 @@ Q_SIGNALS:
     /// ... wants this file on disk.
     void extractRequested(const lorix::viewer::Place& place);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void showPage();
 

@@ -52,9 +52,13 @@ void ExtractDialog::buildLayout()
 {
     m_folder->setObjectName(QStringLiteral("extractFolder"));
     m_folder->setAccessibleName(tr("Folder to write to"));
+    m_browse->setObjectName(QStringLiteral("extractBrowse"));
     m_extract->setObjectName(QStringLiteral("extractStart"));
     m_extract->setDefault(true);
     m_close->setObjectName(QStringLiteral("extractClose"));
+    m_what->setTextFormat(Qt::PlainText);
+    m_what->setWordWrap(true);
+    m_message->setAccessibleName(tr("What has come of it"));
     m_message->setWordWrap(true);
     m_message->setTextFormat(Qt::PlainText);
     m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -120,10 +124,15 @@ void ExtractDialog::plan()
 
 void ExtractDialog::browse()
 {
-    const QString folder = QFileDialog::getExistingDirectory(
-        this, tr("Extract to"), QDir::fromNativeSeparators(m_folder->text()));
-    if (!folder.isEmpty())
-        m_folder->setText(QDir::toNativeSeparators(folder));
+    auto* const dialog =
+        new QFileDialog(this, tr("Extract to"), QDir::fromNativeSeparators(m_folder->text()));
+    dialog->setObjectName(QStringLiteral("folderDialog"));
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this](const QString& folder) { m_folder->setText(QDir::toNativeSeparators(folder)); });
+    dialog->open();
 }
 
 void ExtractDialog::begin()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <apps/viewer/background.h>
 #include <apps/viewer/extractplan.h>
 
 #include <QObject>
@@ -14,6 +15,9 @@ class VerifyingQueue;
 } // namespace lorix::cli
 
 namespace lorix::viewer {
+
+/// What has come of a file that was written in one go.
+enum class WholeFile { Missing, Wrong, Right };
 
 /// Writes files to a folder in small pieces between the events of the window.
 /// Nothing is written outside of the folder, a name is only given to a file
@@ -34,7 +38,7 @@ public:
                 const QString& folder);
     /// Stops. What is complete stays; of the rest nothing is left.
     void cancel();
-    bool isRunning() const { return m_timer.isActive(); }
+    bool isRunning() const { return m_timer.isActive() || m_writer.isBusy(); }
     const QList<ExtractJob>& jobs() const { return m_jobs; }
 
 Q_SIGNALS:
@@ -45,8 +49,12 @@ private:
     void prepare(const QSharedPointer<History>& history, const QList<ExtractJob>& jobs,
                  const QString& folder);
     bool step();
-    bool begin(ExtractJob& job);
+    void begin(ExtractJob& job);
     void end(ExtractJob& job);
+    void fail(ExtractJob& job, const QString& problem);
+    void commit(ExtractJob& job, bool right);
+    void writeWhole(ExtractJob& job, const FileTag& tag, const QString& path);
+    void endWhole(ExtractJob& job, WholeFile file);
 
     QObject* m_logTarget;
     QSharedPointer<History> m_history;
@@ -60,6 +68,9 @@ private:
     std::unique_ptr<cli::TargetFolder> m_target;
     QString m_part;
     bool m_written = false;
+    QString m_complaint; // of the queue
+    QString m_systemsWord;
+    Background m_writer;
 };
 
 /// What has come of all jobs, in words.

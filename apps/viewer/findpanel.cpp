@@ -2,6 +2,8 @@
 #include <apps/viewer/findpanel.h>
 
 #include <apps/viewer/queryedit.h>
+#include <apps/viewer/querywords.h>
+#include <apps/viewer/words.h>
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -112,7 +114,7 @@ void FindPanel::showErrors()
     const QList<QueryError>& errors = m_edit->errors();
     m_find->setEnabled(errors.isEmpty() && !m_edit->query().trimmed().isEmpty());
     if (!errors.isEmpty())
-        m_message->setText(QStringLiteral("⚠ ") + errors.first().errorMessage().simplified());
+        m_message->setText(QStringLiteral("⚠ ") + queryWords(errors.first()));
     else
         m_message->setText(tr("Return finds, Ctrl+Space completes. A plain word is looked for "
                               "everywhere."));
@@ -162,6 +164,8 @@ void FindPanel::addMatch(int number, const FoundMatch& match)
             {match.bindings.size() > 1 ? tr("%1.  %2").arg(number).arg(what) : what,
              variableName(variable), place.isFile() ? step.title : tr("(the step itself)"),
              m_history->containers().at(step.container).name});
+        for (int column = 0; column < item->columnCount(); ++column)
+            item->setToolTip(column, plainTip(item->text(column)));
         item->setData(0, nodeRole, place.node);
         item->setData(0, fileRole, place.file);
         m_list->addTopLevelItem(item);

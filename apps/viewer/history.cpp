@@ -6,36 +6,40 @@
 #include <lorix/container/lorixparser.h>
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QFileInfo>
 
 namespace lorix::viewer {
 
 namespace {
 
-QString tr(const char* text)
+const int tellEveryMs = 150;
+
+struct Text
 {
-    return QCoreApplication::translate("History", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(History)
+};
 
 QString whyNotOpened(const QString& path, qint64 largest)
 {
     const QFileInfo info(path);
     if (!info.exists())
-        return tr("There is no such file. It may have been moved, renamed or deleted.");
+        return Text::tr("There is no such file. It may have been moved, renamed or deleted.");
     if (info.isDir())
-        return tr("This is a folder. Open one of the documents in it.");
+        return Text::tr("This is a folder. Open one of the documents in it.");
     if (!info.isFile())
-        return tr("This is no ordinary file.");
+        return Text::tr("This is no ordinary file.");
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return tr("It cannot be read (%1). Ask its owner for the right to read it, or copy it "
-                  "to a folder of your own.")
+        return Text::tr(
+                   "It cannot be read (%1). Ask its owner for the right to read it, or copy it "
+                   "to a folder of your own.")
             .arg(file.errorString());
     if (info.size() > largest)
-        return tr("It is larger than 2 GiB; documents with a history never are.");
-    return tr("It carries no history. It may be an ordinary document, or a program that does "
-              "not know about histories has saved it anew and dropped what stood at its end. "
-              "Ask the sender for the original file.");
+        return Text::tr("It is larger than 2 GiB; documents with a history never are.");
+    return Text::tr("It carries no history. It may be an ordinary document, or a program that does "
+                    "not know about histories has saved it anew and dropped what stood at its end. "
+                    "Ask the sender for the original file.");
 }
 
 // What stands in a marker has its escapes; what stands in XML has entities too.
@@ -45,12 +49,22 @@ QString shown(const QString& text, bool asInMarker)
     return printable(decodedField(asInMarker ? text : decodedEntities(text)));
 }
 
+// A name or title on one line, as long as anyone would read.
+QString shortLine(const QString& text)
+{
+    const qsizetype longest = 300;
+    const QString line = text.left(longest).simplified();
+    return text.size() > longest ? line + QStringLiteral(" …") : line;
+}
+
 } // namespace
 
 QSharedPointer<History> History::read(const QString& path, QObject* logTarget,
-                                      const std::function<bool()>& cancelled, QString& problem)
+                                      const std::function<bool()>& cancelled, QString& problem,
+                                      const std::function<void(int)>& progress)
 {
     problem.clear();
+    const QDateTime modified = QFileInfo(path).lastModified();
     const auto parser = QSharedPointer<LorixParser>::create(Tolerant, logTarget);
     if (!parser->open(path)) {
         problem = whyNotOpened(path, parser->bounds().fileBytes);
@@ -60,8 +74,17 @@ QSharedPointer<History> History::read(const QString& path, QObject* logTarget,
         return {};
     const auto history = QSharedPointer<History>::create();
     history->m_path = path;
+    history->m_modified = modified;
     history->m_tree.publishToLogSlot(logTarget);
-    history->m_tree.setCancel(cancelled);
+    QElapsedTimer sinceTold;
+    sinceTold.start();
+    history->m_tree.setCancel([&] {
+        if (progress && sinceTold.elapsed() > tellEveryMs) {
+            progress(static_cast<int>(history->m_tree.nodeIds().size()));
+            sinceTold.restart();
+        }
+        return cancelled();
+    });
     history->m_tree.treeFromLorixFile(parser, path);
     if (cancelled())
         return {};
@@ -69,6 +92,7 @@ QSharedPointer<History> History::read(const QString& path, QObject* logTarget,
 
     HistoryContainer outermost;
     outermost.parser = parser;
+    outermost.path = path;
     outermost.name = lorix::cli::printable(history->name());
     outermost.bytes = QFileInfo(path).size();
     history->m_containers.append(outermost);
@@ -93,10 +117,10 @@ void History::collectSteps()
         step.sectionless =
             container.nodes.isEmpty() && !container.parser->getSectionlessFiles().isEmpty();
         container.nodes.append(node);
-        step.title = step.sectionless ? tr("Files that belong to no step")
-                                      : stepText(node, step.step.title).simplified();
+        step.title = step.sectionless ? Text::tr("Files that belong to no step")
+                                      : shortLine(stepText(node, step.step.title));
         if (step.title.isEmpty())
-            step.title = tr("Step without a title");
+            step.title = Text::tr("Step without a title");
     }
 }
 
@@ -108,7 +132,8 @@ int History::addContainer(int node, const HistoryStep& step)
     Q_UNUSED(step);
     HistoryContainer container;
     container.parser = m_tree.lorixParser(node);
-    container.bytes = QFileInfo(m_tree.fileOnDisk(node)).size();
+    container.path = m_tree.fileOnDisk(node);
+    container.bytes = QFileInfo(container.path).size();
     const QString embedded = m_tree.lorixfile(node);
     const int around = m_tree.parent(node);
     container.embedding.node = around;
@@ -124,9 +149,16 @@ int History::addContainer(int node, const HistoryStep& step)
         }
     }
     container.name = container.embedding.isFile() ? fileName(container.embedding)
-                                                  : lorix::cli::printable(embedded);
+                                                  : shortLine(lorix::cli::printable(embedded));
     m_containers.append(container);
     return static_cast<int>(m_containers.size()) - 1;
+}
+
+bool History::isAsOnDisk() const
+{
+    const QFileInfo info(m_path);
+    return info.exists() && info.lastModified() == m_modified &&
+           info.size() == m_containers.first().bytes;
 }
 
 QString History::name() const
@@ -141,8 +173,8 @@ const FileSummary& History::file(const Place& place) const
 
 QString History::fileName(const Place& place) const
 {
-    const QString name = fileText(place, file(place).filename).simplified();
-    return name.isEmpty() ? tr("File without a name") : name;
+    const QString name = shortLine(fileText(place, file(place).filename, 1000));
+    return name.isEmpty() ? Text::tr("File without a name") : name;
 }
 
 bool History::isOwnSummary(const Place& place) const
@@ -177,16 +209,17 @@ QString History::stepText(int node, const QString& text) const
     return shown(text, inMarker);
 }
 
-QString History::fileText(const Place& place, const QString& text) const
+QString History::fileText(const Place& place, const QString& text, qsizetype longest) const
 {
     const FileSummary& summary = file(place);
+    const QString part = longest < 0 ? text : text.left(longest);
     if (summary.fromTags)
-        return shown(text, true);
+        return shown(part, true);
     const auto& parser = m_containers.at(m_steps.at(place.node).container).parser;
     const auto tag = parser ? parser->getFile(summary.tagId) : nullptr;
     const bool inMarker = tag && (text == tag->filename || text == tag->desc ||
                                   text == tag->comment || text == tag->filetype);
-    return shown(text, inMarker);
+    return shown(part, inMarker);
 }
 
 } // namespace lorix::viewer

@@ -3,6 +3,7 @@
 
 #include <lorix/tree/workflowtree.h>
 
+#include <QDateTime>
 #include <QHash>
 #include <QList>
 #include <QSharedPointer>
@@ -33,6 +34,7 @@ inline size_t qHash(const Place& place, size_t seed = 0)
 struct HistoryContainer
 {
     QSharedPointer<LorixParser> parser;
+    QString path;     ///< Where it lies on disk.
     QString name;     ///< For people: the file name, without folders.
     Place embedding;  ///< The file that holds it; null for the document itself.
     int parent = -1;  ///< The container around it.
@@ -57,11 +59,16 @@ class History
 public:
     /// Reads the document at `path`. Null with `problem` in words where that
     /// cannot be done, and null without words where `cancelled` answered true.
-    /// May be called on any thread; `logTarget` receives the messages.
+    /// `progress`, where given, is told now and then how many steps there are so
+    /// far. May be called on any thread; `logTarget` receives the messages.
     static QSharedPointer<History> read(const QString& path, QObject* logTarget,
-                                        const std::function<bool()>& cancelled, QString& problem);
+                                        const std::function<bool()>& cancelled, QString& problem,
+                                        const std::function<void(int)>& progress = {});
 
     const QString& path() const { return m_path; }
+    /// Whether the document still lies on disk as it was when it was read, as
+    /// far as size and time tell.
+    bool isAsOnDisk() const;
     /// The file's name without its folder.
     QString name() const;
     const WorkflowTree& tree() const { return m_tree; }
@@ -82,15 +89,17 @@ public:
     /// Whether the place exists.
     bool contains(const Place& place) const;
 
-    /// A text of the step, or of one of its files, for people.
+    /// A text of the step, or of one of its files, for people; of a very long
+    /// one the first `longest` characters.
     QString stepText(int node, const QString& text) const;
-    QString fileText(const Place& place, const QString& text) const;
+    QString fileText(const Place& place, const QString& text, qsizetype longest = -1) const;
 
 private:
     void collectSteps();
     int addContainer(int node, const HistoryStep& step);
 
     QString m_path;
+    QDateTime m_modified;
     WorkflowTree m_tree;
     QList<HistoryContainer> m_containers;
     QList<HistoryStep> m_steps;

@@ -11,7 +11,16 @@ void HistoryLoader::start(const QString& path)
 {
     m_background.start([this, path](const Background::Cancelled& cancelled) -> Background::Finish {
         QString problem;
-        const auto history = History::read(path, m_logTarget, cancelled, problem);
+        const auto tell = [this, cancelled](int steps) {
+            QMetaObject::invokeMethod(
+                this,
+                [this, cancelled, steps] {
+                    if (!cancelled())
+                        Q_EMIT progress(steps);
+                },
+                Qt::QueuedConnection);
+        };
+        const auto history = History::read(path, m_logTarget, cancelled, problem, tell);
         return [this, path, history, problem] {
             if (history)
                 Q_EMIT loaded(history);

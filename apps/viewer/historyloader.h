@@ -17,12 +17,14 @@ public:
 
     /// Begins to read `path`; what was being read before is given up.
     void start(const QString& path);
-    /// Gives up at once; nothing is emitted any more.
+    /// Gives up; nothing is emitted any more.
     void cancel() { m_background.cancel(); }
     bool isBusy() const { return m_background.isBusy(); }
 
 Q_SIGNALS:
     void loaded(const QSharedPointer<lorix::viewer::History>& history);
+    /// How many steps have been read so far; now and then.
+    void progress(int steps);
     /// The document cannot be opened; `problem` says in words why.
     void failed(const QString& path, const QString& problem);
 

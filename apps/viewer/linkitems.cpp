@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QStyleOptionGraphicsItem>
+#include <QWidget>
 
 namespace lorix::viewer {
 
@@ -22,10 +23,11 @@ QRectF FrameItem::boundingRect() const
 
 void FrameItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget)
 {
-    Q_UNUSED(widget);
-    QColor ground = option->palette.color(QPalette::Text);
+    // The option keeps the palette that was in force when the scene was made.
+    const QPalette palette = widget ? widget->palette() : option->palette;
+    QColor ground = palette.color(QPalette::Text);
     ground.setAlphaF(0.05F);
-    QColor line = option->palette.color(QPalette::Text);
+    QColor line = palette.color(QPalette::Text);
     line.setAlphaF(0.25F);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(line, 1));
@@ -34,7 +36,7 @@ void FrameItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
     QFont font = QApplication::font();
     font.setPixelSize(13);
     painter->setFont(font);
-    painter->setPen(option->palette.color(QPalette::Text));
+    painter->setPen(palette.color(QPalette::Text));
     const QRectF title(m_frame.left() + PictureLayout::frameMargin, m_frame.top() + 6,
                        m_frame.width() - 2 * PictureLayout::frameMargin, PictureLayout::frameTitle);
     painter->drawText(title, Qt::AlignVCenter,
@@ -54,8 +56,8 @@ QRectF LinkItem::boundingRect() const
 
 void LinkItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget)
 {
-    Q_UNUSED(widget);
-    QColor line = option->palette.color(QPalette::Text);
+    const QPalette palette = widget ? widget->palette() : option->palette;
+    QColor line = palette.color(QPalette::Text);
     line.setAlphaF(0.7F);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(line, 1.6, m_dashed ? Qt::DashLine : Qt::SolidLine));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <QStringList>
+#include <QTimer>
 #include <QWidget>
 
 QT_BEGIN_NAMESPACE
@@ -17,8 +19,8 @@ class LogPane : public QWidget
 public:
     explicit LogPane(QWidget* parent = nullptr);
 
-    /// All lines that are shown.
-    QString text() const;
+    /// All lines that are kept.
+    QString text();
 
 public Q_SLOTS:
     /// Appends a message: 0 information, 1 warning, 2 error. The library's
@@ -31,7 +33,11 @@ Q_SIGNALS:
     void trouble();
 
 private:
+    void flush();
+
     QPlainTextEdit* m_lines;
+    QStringList m_waiting; // lines that are not shown yet
+    QTimer m_timer;
 };
 
 } // namespace lorix::viewer

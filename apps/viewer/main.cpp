@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/viewer/mainwindow.h>
+#include <apps/viewer/translations.h>
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
-#include <QLibraryInfo>
-#include <QTranslator>
+#include <QLoggingCategory>
 
 int main(int argc, char* argv[])
 {
@@ -18,12 +18,9 @@ int main(int argc, char* argv[])
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("lorix-viewer"),
                                                  QIcon(QStringLiteral(":/lorix-viewer.svg"))));
 
-    QTranslator translator;
-    const QString translations =
-        QApplication::applicationDirPath() + QStringLiteral("/../share/lorix/translations");
-    if (translator.load(QLocale(), QStringLiteral("lorix-viewer"), QStringLiteral("_"),
-                        translations))
-        QApplication::installTranslator(&translator);
+    // What the library notes for its developers is not for people.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    lorix::viewer::installTranslations();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(

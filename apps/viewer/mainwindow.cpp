@@ -19,10 +19,13 @@
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QHeaderView>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -31,11 +34,11 @@ namespace lorix::viewer {
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), m_log(new LogPane(this)), m_loader(new HistoryLoader(m_log, this)),
-      m_checker(new Checker(m_log, this)), m_centre(new QStackedWidget), m_welcome(new WelcomePage),
-      m_document(new QWidget), m_verdict(new VerdictBar), m_tabs(new QTabWidget),
-      m_picture(new PictureView), m_model(new OutlineModel(this)), m_outline(new QTreeView),
-      m_compare(new ComparePage(m_log)), m_details(new DetailsPanel), m_find(new FindPanel),
-      m_busy(new BusyBar)
+      m_checker(new Checker(m_log, this)), m_watcher(new QFileSystemWatcher(this)),
+      m_centre(new QStackedWidget), m_welcome(new WelcomePage), m_document(new QWidget),
+      m_verdict(new VerdictBar), m_tabs(new QTabWidget), m_picture(new PictureView),
+      m_model(new OutlineModel(this)), m_outline(new QTreeView), m_compare(new ComparePage(m_log)),
+      m_details(new DetailsPanel), m_find(new FindPanel), m_busy(new BusyBar)
 {
     setAcceptDrops(true);
     m_model->setResults(&m_checker->results());
@@ -53,11 +56,12 @@ MainWindow::MainWindow(QWidget* parent)
 MainWindow::~MainWindow()
 {
     // What works beside the window must not find it half gone.
-    m_loader->cancel();
+    delete m_loader;
     m_checker->disconnect(this);
-    m_compare->setHistory({});
+    m_compare->disconnect(this);
+    delete m_compare;
     m_find->disconnect(this);
-    m_find->setHistory({});
+    delete m_find;
 }
 
 void MainWindow::buildCentre()
@@ -72,6 +76,8 @@ void MainWindow::buildCentre()
     m_outline->setAccessibleName(tr("Outline of the history"));
     m_outline->header()->setStretchLastSection(true);
     m_tabs->setDocumentMode(true);
+    m_tabs->setAccessibleName(tr("Views of the document"));
+    m_tabs->tabBar()->setAccessibleName(tr("Views of the document"));
     m_tabs->addTab(m_picture, tr("&Picture"));
     m_tabs->addTab(m_outline, tr("&Outline"));
     m_tabs->addTab(m_compare, tr("&Comparison"));
@@ -102,7 +108,7 @@ void MainWindow::buildDocks()
     tabifyDockWidget(m_logDock, m_findDock);
     m_findDock->hide();
     resizeDocks({m_detailsDock}, {400}, Qt::Horizontal);
-    resizeDocks({m_logDock}, {110}, Qt::Vertical);
+    resizeDocks({m_logDock}, {220}, Qt::Vertical);
     m_logDock->hide();
 }
 
@@ -110,6 +116,10 @@ void MainWindow::connectParts()
 {
     connect(m_loader, &HistoryLoader::loaded, this, &MainWindow::showHistory);
     connect(m_loader, &HistoryLoader::failed, this, &MainWindow::showProblem);
+    connect(m_loader, &HistoryLoader::progress, m_busy,
+            [this](int steps) { m_busy->setDetail(tr("%1 steps so far").arg(steps)); });
+    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &MainWindow::noticeChange);
+    connect(m_verdict, &VerdictBar::reloadRequested, this, &MainWindow::reload);
     connect(m_welcome, &WelcomePage::openRequested, this, &MainWindow::chooseDocument);
     connect(m_welcome, &WelcomePage::fileChosen, this, &MainWindow::openDocument);
     connect(m_picture, &PictureView::placeChosen, this, &MainWindow::setCurrent);
@@ -142,7 +152,7 @@ void MainWindow::connectParts()
 
 void MainWindow::openDocument(const QString& path)
 {
-    m_checker->clear();
+    stopWork();
     m_busy->begin(tr("Reading %1").arg(cli::printable(QFileInfo(path).fileName())));
     m_log->log(tr("Reading %1").arg(path), 0);
     m_loader->start(path);
@@ -150,6 +160,8 @@ void MainWindow::openDocument(const QString& path)
 
 void MainWindow::dropHistory()
 {
+    if (!m_watcher->files().isEmpty())
+        m_watcher->removePaths(m_watcher->files());
     m_history.clear();
     m_current = Place();
     m_checker->clear();
@@ -181,6 +193,7 @@ void MainWindow::showHistory(const QSharedPointer<History>& history)
     m_busy->end();
     m_welcome->setProblem(QString());
     m_history = history;
+    m_watcher->addPath(history->path());
     Settings::addRecentFile(history->path());
     refreshRecent();
     m_model->setHistory(history);
@@ -208,14 +221,42 @@ void MainWindow::showHistory(const QSharedPointer<History>& history)
 void MainWindow::showProblem(const QString& path, const QString& problem)
 {
     m_busy->end();
-    dropHistory();
     Settings::removeRecentFile(path);
     refreshRecent();
     const QString text =
         tr("“%1” cannot be opened. %2").arg(cli::printable(QFileInfo(path).fileName()), problem);
-    m_welcome->setProblem(text);
     m_log->log(text, 2);
+    if (m_history) {
+        // What is open stays open.
+        auto* const box = new QMessageBox(QMessageBox::Warning, tr("Open a document"), text,
+                                          QMessageBox::Ok, this);
+        box->setTextFormat(Qt::PlainText);
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->open();
+    } else {
+        m_welcome->setProblem(text);
+    }
     Q_EMIT documentFailed();
+}
+
+// Marks that were found for other bytes would mislead.
+void MainWindow::noticeChange()
+{
+    if (!m_history || m_history->isAsOnDisk())
+        return;
+    if (m_checker->isRunning())
+        m_busy->end();
+    m_checker->clear();
+    m_verdict->showChanged(QFileInfo::exists(m_history->path()));
+    m_details->refreshStates();
+    m_log->log(m_verdict->text(), 1);
+    refreshActions();
+}
+
+void MainWindow::reload()
+{
+    if (m_history)
+        openDocument(m_history->path());
 }
 
 void MainWindow::setCurrent(const Place& place)
@@ -246,8 +287,10 @@ void MainWindow::startCheck()
 
 void MainWindow::stopWork()
 {
-    if (m_loader->isBusy())
+    if (m_loader->isBusy()) {
         m_loader->cancel();
+        statusBar()->showMessage(tr("Stopped; nothing was opened."), 8000);
+    }
     if (m_checker->isRunning()) {
         m_checker->cancel();
         showCheckResults();

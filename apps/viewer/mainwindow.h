@@ -12,6 +12,7 @@
 #include <memory>
 
 QT_BEGIN_NAMESPACE
+class QFileSystemWatcher;
 class QMenu;
 class QStackedWidget;
 class QTabWidget;
@@ -90,9 +91,12 @@ private:
 
     void chooseDocument();
     void chooseOther();
+    void askForDocument(const QString& title, void (MainWindow::*use)(const QString&));
     void closeDocument();
     void showHistory(const QSharedPointer<History>& history);
     void showProblem(const QString& path, const QString& problem);
+    void noticeChange();
+    void reload();
     void startCheck();
     void stopWork();
     void showCheckResults();
@@ -112,6 +116,7 @@ private:
     QSharedPointer<History> m_history;
     Place m_current;
     std::unique_ptr<QTemporaryDir> m_dragFolder;
+    QFileSystemWatcher* m_watcher;
 
     QStackedWidget* m_centre;
     WelcomePage* m_welcome;

@@ -9,6 +9,8 @@
 #include <apps/viewer/settings.h>
 #include <apps/viewer/welcomepage.h>
 
+#include <apps/lorix/text.h>
+
 #include <lorix/runner/version.h>
 
 #include <QAction>
@@ -35,6 +37,9 @@ QAction* MainWindow::addAction(const QString& name, const QString& text,
 
 void MainWindow::addSymbol(QAction* action, Symbol symbol)
 {
+    QString shortText = action->text();
+    shortText.remove(QLatin1Char('&')).remove(QStringLiteral(" …"));
+    action->setIconText(shortText);
     m_symbols.append({action, symbol});
     m_toolBar->addAction(action);
 }
@@ -60,6 +65,11 @@ void MainWindow::buildFileActions()
     open->setToolTip(tr("Open a document and look at its history"));
     file->addAction(open);
     m_recentMenu = file->addMenu(tr("Open &recent"));
+    m_recentMenu->setObjectName(QStringLiteral("recentMenu"));
+    QAction* const again = addAction(QStringLiteral("reload"), tr("Open a&gain"),
+                                     QKeySequence::Refresh, &MainWindow::reload);
+    again->setToolTip(tr("Read the document anew"));
+    file->addAction(again);
     QAction* const close = addAction(QStringLiteral("close"), tr("&Close"), QKeySequence::Close,
                                      &MainWindow::closeDocument);
     file->addAction(close);
@@ -97,7 +107,7 @@ void MainWindow::buildFileActions()
     addSymbol(find, Symbol::Find);
     addSymbol(extractAction, Symbol::Extract);
     addSymbol(compare, Symbol::Compare);
-    m_documentActions << close << check << find << extractAction << everything << compare;
+    m_documentActions << again << close << check << find << extractAction << everything << compare;
 }
 
 void MainWindow::buildViewActions()
@@ -154,7 +164,7 @@ void MainWindow::refreshRecent()
     m_recentMenu->clear();
     m_recentMenu->setEnabled(!files.isEmpty());
     for (const QString& path : files) {
-        QString shown = path;
+        QString shown = cli::printable(path);
         shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
         connect(m_recentMenu->addAction(shown), &QAction::triggered, this,
                 [this, path] { openDocument(path); });
@@ -170,26 +180,29 @@ void MainWindow::refreshActions()
 
 void MainWindow::chooseDocument()
 {
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Open a document"), Settings::lastFolder(QStringLiteral("open")),
-        tr("Documents with a history (*.pdf *.lorix);;All files (*)"));
-    if (path.isEmpty())
-        return;
-    Settings::setLastFolder(QStringLiteral("open"), QFileInfo(path).path());
-    openDocument(path);
+    askForDocument(tr("Open a document"), &MainWindow::openDocument);
 }
 
 void MainWindow::chooseOther()
 {
-    if (!m_history)
-        return;
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Compare with another document"), Settings::lastFolder(QStringLiteral("open")),
-        tr("Documents with a history (*.pdf *.lorix);;All files (*)"));
-    if (path.isEmpty())
-        return;
-    Settings::setLastFolder(QStringLiteral("open"), QFileInfo(path).path());
-    compareWith(path);
+    if (m_history)
+        askForDocument(tr("Compare with another document"), &MainWindow::compareWith);
+}
+
+// The dialog keeps no one waiting: a check goes on while it is open.
+void MainWindow::askForDocument(const QString& title, void (MainWindow::*use)(const QString&))
+{
+    auto* const dialog =
+        new QFileDialog(this, title, Settings::lastFolder(QStringLiteral("open")),
+                        tr("Documents with a history (*.pdf *.lorix);;All files (*)"));
+    dialog->setObjectName(QStringLiteral("documentDialog"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QFileDialog::fileSelected, this, [this, use](const QString& path) {
+        Settings::setLastFolder(QStringLiteral("open"), QFileInfo(path).path());
+        (this->*use)(path);
+    });
+    dialog->open();
 }
 
 void MainWindow::showAbout()

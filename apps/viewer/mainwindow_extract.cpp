@@ -2,15 +2,22 @@
 // The ways by which files leave the window.
 #include <apps/viewer/mainwindow.h>
 
+#include <apps/viewer/busybar.h>
 #include <apps/viewer/extractdialog.h>
 #include <apps/viewer/logpane.h>
 #include <apps/viewer/outlinemodel.h>
 #include <apps/viewer/pictureview.h>
 
+#include <apps/lorix/text.h>
+
 #include <QDir>
 #include <QDrag>
+#include <QEventLoop>
+#include <QGuiApplication>
 #include <QMimeData>
+#include <QPointer>
 #include <QStatusBar>
+#include <QTimer>
 #include <QTreeView>
 #include <QUrl>
 
@@ -18,7 +25,27 @@ namespace lorix::viewer {
 
 namespace {
 
-const qint64 largestDrag = 64 * 1024 * 1024; // it must be on disk before the drag begins
+// A file must be on disk before its drag begins.
+const qint64 largestDrag = 256 * 1024 * 1024;
+const qint64 largestAtOnce = 2 * 1024 * 1024; // what takes no time to speak of
+
+// The window answers meanwhile; letting the button go gives the drag up.
+void runWhileDragging(Extractor& extractor, const QSharedPointer<History>& history,
+                      const QList<ExtractJob>& jobs, const QString& folder)
+{
+    QEventLoop loop;
+    QTimer released;
+    QObject::connect(&released, &QTimer::timeout, &loop, [&] {
+        if (QGuiApplication::mouseButtons() & Qt::LeftButton)
+            return;
+        extractor.cancel();
+        loop.quit();
+    });
+    QObject::connect(&extractor, &Extractor::finished, &loop, &QEventLoop::quit);
+    released.start(30);
+    extractor.start(history, jobs, folder);
+    loop.exec();
+}
 
 } // namespace
 
@@ -70,10 +97,22 @@ QString MainWindow::fileForDrag(const Place& place)
     QTemporaryDir folder(m_dragFolder->filePath(QStringLiteral("XXXXXX")));
     folder.setAutoRemove(false);
     Extractor extractor(m_log);
-    extractor.runNow(m_history, jobs, folder.path());
+    const QPointer<MainWindow> self(this);
+    if (jobs.first().bytes <= largestAtOnce) {
+        extractor.runNow(m_history, jobs, folder.path());
+    } else {
+        m_busy->begin(tr("Preparing %1 …").arg(cli::printable(jobs.first().name)));
+        runWhileDragging(extractor, m_history, jobs, folder.path());
+        if (!self)
+            return {};
+        m_busy->end();
+    }
     const ExtractJob& job = extractor.jobs().first();
+    if (job.outcome == ExtractJob::Waiting)
+        return {};
     if (job.outcome != ExtractJob::Written) {
-        statusBar()->showMessage(tr("%1: %2").arg(job.name, job.problem), 8000);
+        statusBar()->showMessage(cli::printable(job.name) + QStringLiteral(": ") + job.problem,
+                                 8000);
         if (job.outcome != ExtractJob::Damaged)
             return {};
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/viewer/marks.h>
 
+#include <apps/viewer/colours.h>
+
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
@@ -35,7 +37,7 @@ void drawNotChecked(QPainter& painter, const QPalette& palette)
 {
     painter.setBrush(Qt::NoBrush);
     QColor color = palette.color(QPalette::WindowText);
-    color.setAlphaF(0.65F);
+    color.setAlphaF(0.75F);
     painter.setPen(QPen(color, 1.4, Qt::DotLine));
     painter.drawEllipse(QRectF(2, 2, 12, 12));
 }
@@ -141,11 +143,6 @@ QPixmap pixmapOf(int side, const Paint& paint)
 
 } // namespace
 
-bool isDark(const QPalette& palette)
-{
-    return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
-}
-
 void drawMark(QPainter& painter, const QRectF& where, CheckState state, const QPalette& palette)
 {
     painter.save();
@@ -164,7 +161,7 @@ void drawMark(QPainter& painter, const QRectF& where, CheckState state, const QP
 QIcon markIcon(CheckState state, const QPalette& palette)
 {
     QIcon icon;
-    for (const int side : {16, 32})
+    for (const int side : {16, 24, 32, 48})
         icon.addPixmap(pixmapOf(side, [&](QPainter& painter) {
             drawMark(painter, QRectF(0, 0, 16, 16), state, palette);
         }));
@@ -180,7 +177,7 @@ QIcon symbolIcon(Symbol symbol, const QPalette& palette)
             icon.addPixmap(pixmapOf(side,
                                     [&](QPainter& painter) {
                                         painter.setPen(
-                                            QPen(palette.color(group, QPalette::WindowText), 1.3,
+                                            QPen(palette.color(group, QPalette::WindowText), 1.15,
                                                  Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
                                         drawing(symbol)(painter);
                                     }),

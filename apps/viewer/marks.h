@@ -25,8 +25,4 @@ enum class Symbol { Open, Check, Find, Extract, Compare, ZoomIn, ZoomOut, Fit, S
 
 /// A symbol in the colours of a palette, so that it shows on dark and on light.
 QIcon symbolIcon(Symbol symbol, const QPalette& palette);
-
-/// Whether the palette has light text on dark ground.
-bool isDark(const QPalette& palette);
-
 } // namespace lorix::viewer

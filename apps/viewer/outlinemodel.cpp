@@ -122,7 +122,7 @@ QString OutlineModel::stepText(int node, int column) const
     case What:
         return step.sectionless ? QString() : tr("Step");
     case When:
-        return m_history->stepText(node, step.step.timestamp);
+        return m_history->stepText(node, step.step.timestamp.left(100));
     default:
         return {};
     }
@@ -140,7 +140,7 @@ QString OutlineModel::fileText(const Place& place, int column) const
     case Size:
         return file.uncompressedSize < 0 ? QString() : cli::humanSize(file.uncompressedSize);
     case When:
-        return m_history->fileText(place, file.lastModified);
+        return m_history->fileText(place, file.lastModified, 100);
     default:
         return {};
     }
@@ -183,8 +183,8 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const
         return decoration(place, index.column());
     case Qt::ToolTipRole:
         if (index.column() == State && m_results)
-            return m_results->of(*m_history, place).reason;
-        return text(place, index.column());
+            return plainTip(m_results->of(*m_history, place).reason);
+        return plainTip(text(place, index.column()));
     case Qt::TextAlignmentRole:
         return index.column() == Size ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     case Qt::AccessibleTextRole:

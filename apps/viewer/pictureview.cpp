@@ -18,7 +18,7 @@ namespace {
 
 const double smallest = 0.01;
 const double largest = 4.0;
-const double readable = 0.6; // a picture that fits at this scale is shown as a whole
+const double readable = 0.75; // a picture that fits at this scale is shown as a whole
 
 } // namespace
 

@@ -3,12 +3,15 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QVariant>
+#include <QXmlStreamReader>
 
 #ifdef LORIX_HAVE_POPPLER
 #include <poppler-qt6.h>
 #endif
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace lorix::viewer {
@@ -16,9 +19,22 @@ namespace lorix::viewer {
 namespace {
 
 const int largestSide = 1600; // pixels of a preview
+const int largestDrawing = 2 * 1024 * 1024;
+const int deepestDrawing = 40; // elements within elements
+
+// Others are rare, and their readers have been looked at by few.
+const char* const formats[] = {"png", "jpeg", "gif", "bmp", "svg", "webp",
+                               "ppm", "pgm",  "pbm", "ico", "tiff"};
 
 #ifdef LORIX_HAVE_POPPLER
-QImage firstPage(const QByteArray& bytes)
+bool isCancelled(const QVariant& closure)
+{
+    const auto* const cancelled =
+        static_cast<const std::function<bool()>*>(closure.value<const void*>());
+    return (*cancelled)();
+}
+
+QImage firstPage(const QByteArray& bytes, const std::function<bool()>& cancelled)
 {
     const std::unique_ptr<Poppler::Document> document = Poppler::Document::loadFromData(bytes);
     if (!document || document->isLocked() || document->numPages() < 1)
@@ -32,9 +48,39 @@ QImage firstPage(const QByteArray& bytes)
     const QSizeF points = page->pageSizeF();
     const double side = std::max({points.width(), points.height(), 1.0});
     const double dotsPerInch = std::min(110.0, largestSide / side * 72.0);
-    return page->renderToImage(dotsPerInch, dotsPerInch);
+    const int width = static_cast<int>(points.width() * dotsPerInch / 72.0) + 1;
+    const int height = static_cast<int>(points.height() * dotsPerInch / 72.0) + 1;
+    return page->renderToImage(dotsPerInch, dotsPerInch, 0, 0, width, height,
+                               Poppler::Page::Rotate0, nullptr, nullptr, isCancelled,
+                               QVariant::fromValue(static_cast<const void*>(&cancelled)));
 }
 #endif
+
+// Drawings can be made so that drawing them never ends, or goes so deep that
+// there is no stack left: by elements within elements, by elements that are used
+// again and again, by entities. Plain ones have none of these.
+bool isPlainDrawing(const QByteArray& bytes)
+{
+    if (bytes.size() > largestDrawing)
+        return false;
+    QXmlStreamReader xml(bytes);
+    int depth = 0;
+    while (!xml.atEnd()) {
+        const QXmlStreamReader::TokenType token = xml.readNext();
+        if (token == QXmlStreamReader::DTD)
+            return false;
+        if (token == QXmlStreamReader::EndElement)
+            --depth;
+        if (token != QXmlStreamReader::StartElement)
+            continue;
+        if (++depth > deepestDrawing)
+            return false;
+        for (const char* const name : {"use", "pattern", "marker", "mask", "filter", "image"})
+            if (xml.name() == QLatin1String(name))
+                return false;
+    }
+    return !xml.hasError();
+}
 
 QImage imageOf(const QByteArray& bytes)
 {
@@ -42,6 +88,10 @@ QImage imageOf(const QByteArray& bytes)
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
+    const QByteArray format = reader.format();
+    if (!std::count(std::begin(formats), std::end(formats), format) ||
+        (format == "svg" && !isPlainDrawing(bytes)))
+        return {};
     const QSize size = reader.size();
     if (std::max(size.width(), size.height()) > largestSide)
         reader.setScaledSize(size.scaled(largestSide, largestSide, Qt::KeepAspectRatio));
@@ -59,13 +109,14 @@ bool canShowPdf()
 #endif
 }
 
-QImage previewImage(const QByteArray& bytes)
+QImage previewImage(const QByteArray& bytes, const std::function<bool()>& cancelled)
 {
     if (!bytes.left(1024).contains("%PDF-"))
         return imageOf(bytes);
 #ifdef LORIX_HAVE_POPPLER
-    return firstPage(bytes);
+    return firstPage(bytes, cancelled);
 #else
+    Q_UNUSED(cancelled);
     return {};
 #endif
 }

@@ -25,7 +25,7 @@ public:
 
     explicit PreviewPane(QWidget* parent = nullptr);
 
-    void show(const History& history, const Place& place);
+    void show(const QSharedPointer<History>& history, const Place& place);
     void clear();
     /// What is shown: "text", "image", "note" or, while it is being made, "wait".
     QString kind() const { return m_kind; }
@@ -42,9 +42,12 @@ protected:
 
 private:
     void showNote(const QString& text);
+    void showWait();
     void showText(const QString& text, bool cut);
     void showImage(const QImage& image);
+    void showImageOr(const QImage& image, const QString& text, bool cut);
     void showBytes(const QByteArray& bytes);
+    void showLater(const QString& path, const FileTag& tag);
     void scaleImage();
 
     QPlainTextEdit* m_text;

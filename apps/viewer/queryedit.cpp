@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/viewer/queryedit.h>
 
+#include <apps/viewer/colours.h>
+
 #include <lorix/query/queryparser.h>
 #include <lorix/query/querytypes.h>
 
@@ -103,9 +105,7 @@ void QueryEdit::check()
     for (const QueryError& error : std::as_const(m_errors)) {
         QTextEdit::ExtraSelection mark;
         mark.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-        mark.format.setUnderlineColor(palette().color(QPalette::Text).lightness() > 128
-                                          ? QColor(0xff, 0x7b, 0x72)
-                                          : QColor(0xb3, 0x1d, 0x28));
+        mark.format.setUnderlineColor(alarmColour(palette()));
         // What is missing at the end is marked at the last character.
         const int from = std::clamp(error.position(), 0, std::max(0, length - 1));
         const int to = std::clamp(error.position() + std::max(1, error.length()), from, length);

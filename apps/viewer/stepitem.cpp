@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/viewer/stepitem.h>
 
+#include <apps/viewer/colours.h>
 #include <apps/viewer/marks.h>
 #include <apps/viewer/picturelayout.h>
 #include <apps/viewer/words.h>
@@ -9,7 +10,9 @@
 #include <QCoreApplication>
 #include <QPainter>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QStyleOptionGraphicsItem>
+#include <QWidget>
 
 namespace lorix::viewer {
 
@@ -22,10 +25,10 @@ const qreal lineHeight = 20;
 const qreal markSide = 18;
 const qreal smallScale = 0.45; // below, only title and mark can be read
 
-QString tr(const char* text)
+struct Text
 {
-    return QCoreApplication::translate("StepItem", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(StepItem)
+};
 
 QList<int> shownFiles(const History& history, int node)
 {
@@ -41,8 +44,12 @@ QString subline(const History& history, int node)
 {
     const Workflowstep& step = history.step(node).step;
     QStringList parts;
-    for (const QString& part : {step.tool, step.user, step.timestamp}) {
-        const QString text = history.stepText(node, part).simplified();
+    // Seconds and time zone have no room here; the step's page has them.
+    static const QRegularExpression date(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d[ T]\\d\\d:\\d\\d"));
+    const QString minutes = date.match(step.timestamp).captured();
+    const QString when = minutes.isEmpty() ? step.timestamp : minutes;
+    for (const QString& part : {step.tool, step.user, when}) {
+        const QString text = history.stepText(node, part.left(200)).simplified();
         if (!text.isEmpty())
             parts.append(text);
     }
@@ -118,13 +125,13 @@ void StepItem::paintFrame(QPainter& painter, const QPalette& palette, bool small
         m_state.results &&
         m_state.results->of(*m_state.history, {m_node, -1}).state == CheckState::Damaged;
     QColor line = palette.color(QPalette::Text);
-    line.setAlphaF(0.45F);
+    line.setAlphaF(0.55F);
     QPen pen(line, small ? 2.5 : 1.2);
     if (damaged)
-        pen = QPen(isDark(palette) ? QColor(0xff, 0x7b, 0x72) : QColor(0xb3, 0x1d, 0x28), 2,
-                   Qt::DashLine);
+        pen = QPen(alarmColour(palette), 2, Qt::DashLine);
     if (current)
-        pen = QPen(palette.color(QPalette::Highlight), 3);
+        pen = QPen(readable(palette.color(QPalette::Highlight), palette.color(QPalette::Base), 3.0),
+                   3);
     painter.setPen(pen);
     painter.setBrush(palette.color(QPalette::Base));
     painter.drawRoundedRect(QRectF(0, 0, PictureLayout::boxWidth, m_height), 8, 8);
@@ -152,7 +159,7 @@ void StepItem::paintFiles(QPainter& painter, const QPalette& palette) const
         const bool current = m_state.current == place;
         if (current) {
             painter.setPen(Qt::NoPen);
-            painter.setBrush(palette.color(QPalette::Highlight));
+            painter.setBrush(selectionGround(palette));
             painter.drawRoundedRect(line, 4, 4);
         }
         painter.setPen(palette.color(current ? QPalette::HighlightedText : QPalette::Text));
@@ -160,7 +167,7 @@ void StepItem::paintFiles(QPainter& painter, const QPalette& palette) const
                          purposeArrow(history.file(place).filePurpose));
         QString name = history.fileName(place);
         if (history.nestedIn(place) >= 0)
-            name += tr("  (has a history)");
+            name += Text::tr("  (has a history)");
         if (m_state.matches.contains(place))
             name = QStringLiteral("» ") + name;
         const qreal width = PictureLayout::boxWidth - 2 * padding - 54;
@@ -174,14 +181,14 @@ void StepItem::paintFiles(QPainter& painter, const QPalette& palette) const
     if (m_moreFiles > 0) {
         painter.setPen(palette.color(QPalette::Text));
         painter.drawText(QRectF(padding + 20, y, PictureLayout::boxWidth, lineHeight),
-                         Qt::AlignVCenter, tr("… and %1 more").arg(m_moreFiles));
+                         Qt::AlignVCenter, Text::tr("… and %1 more").arg(m_moreFiles));
     }
 }
 
 void StepItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget)
 {
-    Q_UNUSED(widget);
-    const QPalette palette = option->palette;
+    // The option keeps the palette that was in force when the scene was made.
+    const QPalette palette = widget ? widget->palette() : option->palette;
     const History& history = *m_state.history;
     const qreal scale =
         QStyleOptionGraphicsItem::levelOfDetailFromTransform(painter->worldTransform());
@@ -220,11 +227,11 @@ void StepItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, 
     paintFiles(*painter, palette);
     if (!match.isEmpty()) {
         painter->setFont(scaled(0.85, true));
-        const QString text = tr("match: %1").arg(match);
+        const QString text = Text::tr("match: %1").arg(match);
         const qreal badge = painter->fontMetrics().horizontalAdvance(text) + 12;
         const QRectF where(PictureLayout::boxWidth - badge - 8, -13, badge, 18);
         painter->setPen(Qt::NoPen);
-        painter->setBrush(palette.color(QPalette::Highlight));
+        painter->setBrush(selectionGround(palette));
         painter->drawRoundedRect(where, 9, 9);
         painter->setPen(palette.color(QPalette::HighlightedText));
         painter->drawText(where, Qt::AlignCenter, text);

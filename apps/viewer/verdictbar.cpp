@@ -32,7 +32,9 @@ VerdictBar::VerdictBar(QWidget* parent)
     layout->addWidget(m_showDamage);
     layout->addWidget(m_button);
     connect(m_button, &QPushButton::clicked, this, [this] {
-        if (m_running)
+        if (m_changed)
+            Q_EMIT reloadRequested();
+        else if (m_running)
             Q_EMIT stopRequested();
         else
             Q_EMIT checkRequested();
@@ -44,9 +46,10 @@ VerdictBar::VerdictBar(QWidget* parent)
 void VerdictBar::say(CheckState state, const QString& text)
 {
     m_state = state;
-    m_mark->setPixmap(markIcon(state, palette()).pixmap(24, 24));
+    showMark();
     m_text->setText(text);
-    m_button->setText(m_running                         ? tr("Stop")
+    m_button->setText(m_changed                         ? tr("Open again")
+                      : m_running                       ? tr("Stop")
                       : state == CheckState::NotChecked ? tr("Check")
                                                         : tr("Check again"));
     m_showDamage->setVisible(state == CheckState::Damaged);
@@ -55,6 +58,7 @@ void VerdictBar::say(CheckState state, const QString& text)
 void VerdictBar::showNotChecked()
 {
     m_running = false;
+    m_changed = false;
     say(CheckState::NotChecked, tr("Not checked yet. “Check” finds out whether the document and "
                                    "the files in it are unchanged since they were recorded."));
 }
@@ -62,12 +66,14 @@ void VerdictBar::showNotChecked()
 void VerdictBar::showRunning(int percent)
 {
     m_running = true;
+    m_changed = false;
     say(CheckState::NotChecked, tr("Checking … %1 %").arg(percent));
 }
 
 void VerdictBar::showResults(const CheckResults& results)
 {
     m_running = false;
+    m_changed = false;
     const auto errors = std::count_if(results.notices().cbegin(), results.notices().cend(),
                                       [](const Notice& notice) { return notice.isError; });
     QString first;
@@ -96,6 +102,18 @@ void VerdictBar::showResults(const CheckResults& results)
                 first);
 }
 
+void VerdictBar::showChanged(bool stillThere)
+{
+    m_running = false;
+    m_changed = true;
+    say(CheckState::NotChecked,
+        stillThere
+            ? tr("The document was changed on disk since it was opened. Open it again to see "
+                 "what it holds now.")
+            : tr("The document is not where it was any more: it was moved, renamed or "
+                 "deleted. What is shown here was read before."));
+}
+
 QString VerdictBar::text() const
 {
     return m_text->text();
@@ -105,7 +123,13 @@ void VerdictBar::changeEvent(QEvent* event)
 {
     QFrame::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
-        m_mark->setPixmap(markIcon(m_state, palette()).pixmap(24, 24));
+        showMark();
+}
+
+void VerdictBar::showMark()
+{
+    m_mark->setPixmap(markIcon(m_state, palette()).pixmap(QSize(24, 24), devicePixelRatioF()));
+    m_mark->setAccessibleName(stateName(m_state));
 }
 
 } // namespace lorix::viewer

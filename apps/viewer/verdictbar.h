@@ -25,11 +25,14 @@ public:
     void showRunning(int percent);
     /// What has come out; `results` may be incomplete.
     void showResults(const CheckResults& results);
+    /// The document on disk is another one now, or gone.
+    void showChanged(bool stillThere);
     QString text() const;
 
 Q_SIGNALS:
     void checkRequested();
     void stopRequested();
+    void reloadRequested();
     /// A person wants to see what is damaged.
     void damageRequested();
 
@@ -37,6 +40,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void showMark();
     void say(CheckState state, const QString& text);
 
     QLabel* m_mark;
@@ -45,6 +49,7 @@ private:
     QPushButton* m_button;
     CheckState m_state = CheckState::NotChecked;
     bool m_running = false;
+    bool m_changed = false;
 };
 
 } // namespace lorix::viewer

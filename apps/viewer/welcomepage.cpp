@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include <apps/viewer/welcomepage.h>
 
+#include <apps/viewer/words.h>
+
+#include <apps/lorix/text.h>
+
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -65,8 +70,11 @@ void WelcomePage::setRecentFiles(const QStringList& paths)
 {
     m_recent->clear();
     for (const QString& path : paths) {
+        const QFileInfo info(path);
         auto* const item = new QListWidgetItem(
-            QStringLiteral("%1  –  %2").arg(QFileInfo(path).fileName(), QFileInfo(path).path()));
+            cli::printable(QStringLiteral("%1  –  %2")
+                               .arg(info.fileName(), QDir::toNativeSeparators(info.path()))));
+        item->setToolTip(plainTip(cli::printable(path)));
         item->setData(Qt::UserRole, path);
         m_recent->addItem(item);
     }

@@ -10,29 +10,38 @@ namespace lorix::viewer {
 
 namespace {
 
-QString tr(const char* text)
+struct Text
 {
-    return QCoreApplication::translate("Words", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Words)
+};
 
 } // namespace
 
 QString purposeName(const QString& filePurpose)
 {
     if (filePurpose == QLatin1String("InFile"))
-        return tr("Input");
+        return Text::tr("Input");
     if (filePurpose == QLatin1String("OutFile"))
-        return tr("Output");
-    return tr("File");
+        return Text::tr("Output");
+    return Text::tr("File");
 }
 
 QString purposeArrow(const QString& filePurpose)
 {
     if (filePurpose == QLatin1String("InFile"))
-        return tr("in");
+        return Text::tr("in");
     if (filePurpose == QLatin1String("OutFile"))
-        return tr("out");
-    return tr("file");
+        return Text::tr("out");
+    return Text::tr("file");
+}
+
+QString plainTip(const QString& text)
+{
+    const qsizetype longest = 600;
+    if (text.isEmpty())
+        return {};
+    const QString shown = text.size() > longest ? text.left(longest) + QStringLiteral(" …") : text;
+    return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(shown.toHtmlEscaped());
 }
 
 QString exactSize(qint64 bytes)
@@ -40,8 +49,8 @@ QString exactSize(qint64 bytes)
     if (bytes < 0)
         return QStringLiteral("–");
     if (bytes < 1024)
-        return tr("%1 bytes").arg(bytes);
-    return tr("%1 (%2 bytes)").arg(cli::humanSize(bytes), QLocale().toString(bytes));
+        return Text::tr("%1 bytes").arg(bytes);
+    return Text::tr("%1 (%2 bytes)").arg(cli::humanSize(bytes), QLocale().toString(bytes));
 }
 
 } // namespace lorix::viewer

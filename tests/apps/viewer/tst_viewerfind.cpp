@@ -107,14 +107,14 @@ private Q_SLOTS:
         trigger("find");
         QTest::keyClicks(edit(), "s:tool == ");
         QCOMPARE(edit()->errors().size(), 1);
-        QVERIFY(m_window->findPanel()->message().contains("premature end of query"));
+        QVERIFY(m_window->findPanel()->message().contains("something must follow"));
         QVERIFY(!m_window->findPanel()->findChild<QPushButton*>("findButton")->isEnabled());
         edit()->setQuery("s:nosuch == 1");
         const auto marks = edit()->extraSelections();
         QCOMPARE(marks.size(), 1);
         QCOMPARE(marks.first().cursor.selectedText(), QString("s:nosuch"));
         QCOMPARE(marks.first().format.underlineStyle(), QTextCharFormat::WaveUnderline);
-        QVERIFY(m_window->findPanel()->message().contains("attribute nosuch does not exist"));
+        QVERIFY(m_window->findPanel()->message().contains("There is no attribute “nosuch”"));
         edit()->setQuery("s:title == 1");
         QVERIFY(edit()->extraSelections().isEmpty());
     }

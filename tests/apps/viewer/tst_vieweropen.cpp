@@ -2,6 +2,7 @@
 #include "apps/viewer/sampledocuments.h"
 #include "apps/viewer/viewertest.h"
 
+#include <apps/viewer/busybar.h>
 #include <apps/viewer/detailspanel.h>
 #include <apps/viewer/logpane.h>
 #include <apps/viewer/outlinemodel.h>
@@ -9,12 +10,20 @@
 #include <apps/viewer/previewimage.h>
 #include <apps/viewer/previewpane.h>
 #include <apps/viewer/settings.h>
+#include <apps/viewer/verdictbar.h>
 #include <apps/viewer/welcomepage.h>
 
 #include <QAction>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QFileDialog>
+#include <QHeaderView>
 #include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
+#include <QPointer>
+#include <QPushButton>
 #include <QTextBrowser>
 #include <QTreeView>
 #include <QtTest>
@@ -197,6 +206,113 @@ private Q_SLOTS:
         QVERIFY(m_window->logPane()->text().contains("Error: "));
     }
 
+    void openingCanBeStopped()
+    {
+        const QString file = samples::write(path("large.pdf"), samples::large(400, 20));
+        QSignalSpy shown(m_window.get(), &MainWindow::documentShown);
+        QSignalSpy failed(m_window.get(), &MainWindow::documentFailed);
+        m_window->openDocument(file);
+        QVERIFY(m_window->findChild<BusyBar*>()->isVisible());
+        auto* const stop = m_window->findChild<QPushButton*>("stopButton");
+        QTest::mouseClick(stop, Qt::LeftButton); // before anything can have come of it
+        QVERIFY(!m_window->findChild<BusyBar*>()->isVisible());
+        // What is opened next is what is shown, and nothing else is.
+        open("report.pdf", samples::report());
+        QVERIFY(m_window->windowTitle().contains("report.pdf"));
+        m_window->openDocument(file);
+        m_window->openDocument(path("report.pdf")); // in place of the other
+        QTRY_COMPARE_WITH_TIMEOUT(shown.size(), 2, 60000);
+        QCOMPARE(m_window->history()->path(), path("report.pdf"));
+        QCOMPARE(failed.size(), 0);
+        QCOMPARE(Settings::recentFiles(), QStringList({path("report.pdf")}));
+    }
+
+    void closingTheWindowWhileOpeningIsHarmless()
+    {
+        m_window->openDocument(samples::write(path("large.pdf"), samples::large(400, 20)));
+        m_window.reset();
+    }
+
+    void tellsHowFarOpeningIs()
+    {
+        const QString file = samples::write(path("large.pdf"), samples::large(3000, 2));
+        HistoryLoader loader(nullptr);
+        QSignalSpy progress(&loader, &HistoryLoader::progress);
+        QSignalSpy loaded(&loader, &HistoryLoader::loaded);
+        loader.start(file);
+        QTRY_COMPARE_WITH_TIMEOUT(loaded.size(), 1, 60000);
+        for (const QList<QVariant>& told : progress)
+            QVERIFY(told.first().toInt() >= 0 && told.first().toInt() <= 3000);
+    }
+
+    void whatIsOpenStaysOpenWhenAnotherCannotBeOpened()
+    {
+        open("report.pdf", samples::report());
+        open("plain.pdf", "%PDF-1.4\nplain\n");
+        QVERIFY(m_window->history());
+        QVERIFY(m_window->picture()->isVisible());
+        auto* const box = m_window->findChild<QMessageBox*>();
+        QVERIFY(box && box->isVisible());
+        QVERIFY2(box->text().contains("Ask the sender"), qPrintable(box->text()));
+        press(box, Qt::Key_Return);
+        QVERIFY(m_window->windowTitle().contains("report.pdf"));
+    }
+
+    void dialogGivenUpOpensNothing()
+    {
+        press(m_window.get(), Qt::Key_O, Qt::ControlModifier);
+        QPointer<QFileDialog> dialog = m_window->findChild<QFileDialog*>("documentDialog");
+        QVERIFY(dialog && dialog->isVisible());
+        press(dialog, Qt::Key_Escape);
+        QTRY_VERIFY(dialog.isNull());
+        QVERIFY(m_window->welcome()->isVisible());
+    }
+
+    void refusesToTakeWhatIsNoFile()
+    {
+        QMimeData several;
+        several.setUrls({QUrl::fromLocalFile(path("a.pdf")), QUrl::fromLocalFile(path("b.pdf"))});
+        QMimeData text;
+        text.setText("report.pdf");
+        QMimeData remote;
+        remote.setUrls({QUrl("https://example.org/report.pdf")});
+        for (QMimeData* const data : {&several, &text, &remote}) {
+            QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, data, Qt::LeftButton,
+                                  Qt::NoModifier);
+            QCoreApplication::sendEvent(m_window.get(), &enter);
+            QVERIFY(!enter.isAccepted());
+        }
+    }
+
+    void tellsThatTheDocumentHasChangedOnDisk()
+    {
+        open("report.pdf", samples::report());
+        QSignalSpy finished(m_window->checker(), &Checker::finished);
+        click("checkButton");
+        QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, 60000);
+        samples::write(path("report.pdf"), samples::otherReport());
+        QTRY_VERIFY(m_window->verdict()->text().startsWith("The document was changed on disk"));
+        QVERIFY(!m_window->checker()->results().isComplete());
+        QSignalSpy shown(m_window.get(), &MainWindow::documentShown);
+        click("checkButton"); // it reads "Open again" now
+        QTRY_COMPARE_WITH_TIMEOUT(shown.size(), 1, 60000);
+        QVERIFY(m_window->verdict()->text().startsWith("Not checked yet"));
+        QCOMPARE(m_window->history()->step(0).title, QString("Review"));
+    }
+
+    void tellsThatTheDocumentIsGone()
+    {
+        open("report.pdf", samples::report());
+        QVERIFY(QFile::remove(path("report.pdf")));
+        QTRY_VERIFY(m_window->verdict()->text().startsWith("The document is not where it was"));
+        for (int node = 0; node < m_window->history()->steps().size(); ++node)
+            m_window->setCurrent({node, 0});
+        press(m_window.get(), Qt::Key_F5);
+        QSignalSpy failed(m_window.get(), &MainWindow::documentFailed);
+        QTRY_COMPARE_WITH_TIMEOUT(failed.size(), 1, 60000);
+        QVERIFY(m_window->history());
+    }
+
     void opensWhatIsDropped()
     {
         const QString file = samples::write(path("dropped.pdf"), samples::report());
@@ -224,18 +340,52 @@ private Q_SLOTS:
         QCOMPARE(list->count(), 2);
         QSignalSpy shown(m_window.get(), &MainWindow::documentShown);
         list->setFocus();
-        list->setCurrentRow(1);
-        Q_EMIT list->itemActivated(list->item(1));
+        press(list, Qt::Key_Down);
+        QCOMPARE(list->currentRow(), 1);
+        press(list, Qt::Key_Return);
         QTRY_COMPARE(shown.size(), 1);
         QVERIFY(m_window->history()->path().endsWith("one.pdf"));
     }
 
-    void remembersTheWindow()
+    void opensWhatTheMenuOfRecentFilesHas()
     {
+        open("one & two.pdf", samples::report());
+        trigger("close");
+        QMenu* const menu = m_window->findChild<QMenu*>("recentMenu");
+        QVERIFY(menu->isEnabled());
+        QCOMPARE(menu->actions().size(), 1);
+        QSignalSpy shown(m_window.get(), &MainWindow::documentShown);
+        menu->popup(m_window->mapToGlobal(QPoint(20, 20)));
+        press(menu, Qt::Key_Down);
+        press(menu, Qt::Key_Return);
+        QTRY_COMPARE(shown.size(), 1);
+        QVERIFY(m_window->history()->path().endsWith("one & two.pdf"));
+    }
+
+    void recentFilesThatAreGoneAreForgotten()
+    {
+        open("one.pdf", samples::report());
+        trigger("close");
+        QVERIFY(QFile::remove(path("one.pdf")));
+        QSignalSpy failed(m_window.get(), &MainWindow::documentFailed);
+        auto* const list = m_window->welcome()->findChild<QListWidget*>();
+        list->setFocus();
+        press(list, Qt::Key_Return);
+        QTRY_COMPARE(failed.size(), 1);
+        QVERIFY(m_window->welcome()->problem().contains("no such file"));
+        QVERIFY(Settings::recentFiles().isEmpty());
+    }
+
+    void remembersTheWindowAndTheColumns()
+    {
+        open("report.pdf", samples::report());
+        clickTab(1);
+        m_window->outline()->header()->resizeSection(OutlineModel::Name, 217);
         m_window->resize(901, 533);
         m_window->close();
         MainWindow second;
         QCOMPARE(second.size(), QSize(901, 533));
+        QCOMPARE(second.outline()->header()->sectionSize(OutlineModel::Name), 217);
     }
 
     void survivesHostileNames()

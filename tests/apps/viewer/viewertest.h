@@ -3,6 +3,7 @@
 
 #include <apps/viewer/mainwindow.h>
 
+#include <QAbstractItemView>
 #include <QObject>
 #include <QTemporaryDir>
 
@@ -24,6 +25,15 @@ protected:
     void press(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Clicks a button that has this object name.
     void click(const char* buttonName);
+    /// Pastes a path into the file dialog that is open, and presses Return.
+    void chooseInDialog(const char* dialogName, const QString& path);
+    /// Clicks a row of a tree or list, or one of its tabs.
+    void clickRow(QAbstractItemView* view, const QModelIndex& index);
+    void clickTab(int index);
+    /// Clicks the button of an action on the tool bar.
+    void clickTool(const char* actionName);
+    /// Clicks the box of a step in the picture.
+    void clickBox(int node);
     /// Calls what a menu entry or its button calls.
     void trigger(const char* actionName);
     /// A path below the test's folder.
