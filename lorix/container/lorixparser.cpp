@@ -2,12 +2,14 @@
 #include <lorix/container/lorixparser.h>
 
 #include <lorix/container/filewindow.h>
+#include <lorix/container/leasttree.h>
 #include <lorix/container/markerline.h>
 
 #include <QSet>
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace lorix {
 
@@ -105,6 +107,11 @@ bool LorixParser::open(const QString& path)
         return false;
     m_sections = readSections();
     m_files = findFiles();
+    std::vector<qint64> ends;
+    ends.reserve(static_cast<std::size_t>(m_files.size()));
+    for (const FileTag& file : std::as_const(m_files))
+        ends.push_back(blockEnd(file));
+    m_blockEnds = makeLeastTree(ends);
     return true;
 }
 
@@ -314,17 +321,15 @@ QList<FileTag> LorixParser::getFilesInSection(int id) const
     if (id < 0 || id >= m_sections.size())
         return result;
     const SectionTag& section = m_sections[id];
-    // Files stand in ascending order of position, and none ends more than one
-    // byte before its position.
+    // Files stand in ascending order of position. Sections and the blocks that
+    // files claim may all overlap, so that looking at each file behind the
+    // section's start would cost sections times files.
     const auto first =
         std::lower_bound(m_files.begin(), m_files.end(), sectionStart(section),
                          [](const FileTag& file, qint64 start) { return file.position < start; });
-    for (auto file = first; file != m_files.end(); ++file) {
-        if (file->position > sectionEnd(section) + 1)
-            break;
-        if (fileInSection(*file, section))
-            result.append(*file);
-    }
+    qsizetype next = nextAtMost(m_blockEnds, first - m_files.begin(), sectionEnd(section));
+    for (; next >= 0; next = nextAtMost(m_blockEnds, next + 1, sectionEnd(section)))
+        result.append(m_files[next]);
     return result;
 }
 

@@ -15,6 +15,8 @@
 #include <QSharedPointer>
 #include <QString>
 
+#include <vector>
+
 namespace lorix {
 
 /// Opens one container, lists its sections and embedded files, and reads their
@@ -85,7 +87,7 @@ public:
     QList<FileTag> getFiles() const;
 
     /// The files that lie wholly inside a section, in file order; none for an
-    /// unknown id. Looks only at the files near the section.
+    /// unknown id. Looks only at these and the ends of the others near them.
     QList<FileTag> getFilesInSection(int id) const;
     /// Whether marker and block of `file` lie inside the bytes of `section`.
     bool fileInSection(const FileTag& file, const SectionTag& section) const;
@@ -131,6 +133,7 @@ private:
     FileIterator m_iterator;
     QList<SectionTag> m_sections;
     QList<FileTag> m_files;
+    std::vector<qint64> m_blockEnds; // of m_files, as a tree of least numbers
     ParseMode m_mode;
     Bounds m_bounds;
 };

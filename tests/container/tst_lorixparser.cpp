@@ -2,6 +2,7 @@
 #include <lorix/container/lorixparser.h>
 #include <support/containerbuilder.h>
 #include <support/logrecorder.h>
+#include <support/randomruns.h>
 #include <support/referenceparser.h>
 
 #include <QTemporaryDir>
@@ -96,6 +97,7 @@ private Q_SLOTS:
     void containment();
     void sectionlessFilesLieInNoSection();
     void fileInTwoSectionsIsListedInBoth();
+    void overlappingSectionsListWhatLiesInThem();
     void parsingALineByHand();
     void searchesOnAClosedParserFindNothing();
 
@@ -791,6 +793,52 @@ void TestLorixParser::fileInTwoSectionsIsListedInBoth()
     QCOMPARE(names(parser.getFilesInSection(0)), list("one0"));
     QCOMPARE(names(parser.getFilesInSection(1)), list("one0"));
     QVERIFY(parser.getSectionlessFiles().isEmpty());
+}
+
+// Sections of any place and size over blocks of any claimed size.
+void TestLorixParser::overlappingSectionsListWhatLiesInThem()
+{
+    const int runs = randomRuns(40);
+    for (int run = 0; run < runs; ++run) {
+        Dice dice(randomSeed(1) + quint32(run));
+        ContainerBuilder builder;
+        builder.start();
+        const int files = dice.below(20);
+        for (int i = 0; i < files; ++i)
+            builder.file(
+                FileSpec(QStringLiteral("f"), QByteArray(dice.below(50), 'c'))
+                    .set("blocksize", QByteArray::number(dice.once(2)   ? dice.below(99)
+                                                         : dice.once(2) ? 2147483647
+                                                                        : dice.below(4000))));
+        const int sections = dice.between(1, 12);
+        for (int i = 0; i < sections; ++i)
+            builder.section(
+                sectionOf("s", dice.below(2))
+                    .set("left", QByteArray::number(dice.below(int(builder.bytes().size()) + 9)))
+                    .set("size", QByteArray::number(dice.below(int(builder.bytes().size()) + 99))));
+        LorixParser parser(Strict);
+        QVERIFY(parser.open(write(builder.bytes())));
+        QCOMPARE(parser.getNumSections(), sections);
+        QList<int> outside;
+        for (const FileTag& file : parser.getFiles())
+            outside.append(file.id);
+        for (const SectionTag& section : parser.getSections()) {
+            QList<int> inside;
+            for (const FileTag& file : parser.getFiles())
+                if (parser.fileInSection(file, section))
+                    inside.append(file.id);
+            QList<int> listed;
+            for (const FileTag& file : parser.getFilesInSection(section.id))
+                listed.append(file.id);
+            QCOMPARE(listed, inside);
+            for (const int id : inside)
+                outside.removeAll(id);
+        }
+        QList<int> listed;
+        for (const FileTag& file : parser.getSectionlessFiles())
+            listed.append(file.id);
+        QCOMPARE(listed, outside);
+    }
 }
 
 void TestLorixParser::parsingALineByHand()
