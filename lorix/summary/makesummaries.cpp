@@ -8,12 +8,16 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <limits>
 
 using namespace lorix;
 
 namespace {
 
 const QString summaryName = QStringLiteral("ws_summary.xml");
+
+// How many times its own size a zlib stream can inflate to.
+constexpr qint64 largestInflation = 1032;
 
 // The files of every section, in the order of the sections. Sections may
 // overlap, so that a small container can hold more pairs than memory does; what
@@ -44,7 +48,7 @@ public:
     // False where the file has no content or too much.
     bool read(const FileTag& tag, Summary& summary)
     {
-        const qint64 size = std::max({0, tag.filesize, tag.cfilesize});
+        const qint64 size = largestContent(tag);
         if (size > m_bytes)
             return false;
         m_bytes -= size;
@@ -59,6 +63,25 @@ public:
     }
 
 private:
+    // The stored bytes that are really there; a marker may claim anything.
+    qint64 storedBytes(const FileTag& tag) const
+    {
+        const qint64 start = qint64(tag.position) + tag.taglen + tag.offset;
+        const qint64 last = start + tag.cfilesize - 1;
+        const bool inside = tag.cfilesize > 0 && last <= std::numeric_limits<int>::max() &&
+                            !m_parser.getBytes(static_cast<int>(last), 1).isEmpty();
+        return inside ? tag.cfilesize : 0;
+    }
+
+    // The most that reading the file can bring, whatever its marker claims.
+    qint64 largestContent(const FileTag& tag) const
+    {
+        const qint64 stored = storedBytes(tag);
+        if (tag.compression != QLatin1String("flate"))
+            return stored;
+        return std::max(stored, std::min<qint64>(tag.filesize, stored * largestInflation));
+    }
+
     const LorixParser& m_parser;
     qint64 m_bytes;
     int m_files;

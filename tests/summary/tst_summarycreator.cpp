@@ -111,6 +111,8 @@ private Q_SLOTS:
     void tagHashHoldsEveryFileOfEverySection();
     void parserIsReadOnlyAndCreatorKeepsNothing();
     void bytesOfSummariesAreBounded();
+    void claimedSizesDoNotCountAsRead_data();
+    void claimedSizesDoNotCountAsRead();
     void filesOfMarkersAreBounded();
     void filesOfSummariesAreBounded();
     void randomContainersAreToldAsThePlainWay();
@@ -424,6 +426,42 @@ void TestSummaryCreator::bytesOfSummariesAreBounded()
     QCOMPARE(found.at(0).title, QStringLiteral("older xml"));
     QCOMPARE(found.at(1).title, QStringLiteral("newer"));
     QVERIFY(debug.take().contains(QStringLiteral("could not read summary 1")));
+}
+
+void TestSummaryCreator::claimedSizesDoNotCountAsRead_data()
+{
+    const FileSpec stored(summaryName, document(element("Title", "xml")));
+    QTest::addColumn<FileSpec>("spec");
+    QTest::addColumn<QString>("title");
+    // Stored bytes are the content, whatever size the content is said to have.
+    QTest::newRow("filesize of stored bytes")
+        << FileSpec(stored).set("filesize", "2147483647") << QStringLiteral("xml");
+    // Bytes that are not there are no bytes, which hold no step.
+    QTest::newRow("cfilesize beyond the end")
+        << FileSpec(stored).set("cfilesize", "2147483647") << QString();
+    QTest::newRow("offset beyond the end")
+        << FileSpec(stored).set("offset", "2147483647") << QString();
+    QTest::newRow("no cfilesize") << FileSpec(stored).set("cfilesize", "") << QString();
+    // A stream that is shorter than it should be has no content.
+    QTest::newRow("filesize of a stream")
+        << FileSpec(stored).flate().set("filesize", "2147483647") << QStringLiteral("marker");
+}
+
+void TestSummaryCreator::claimedSizesDoNotCountAsRead()
+{
+    QFETCH(FileSpec, spec);
+    QFETCH(QString, title);
+    ContainerBuilder builder;
+    builder.start();
+    builder.section(SectionSpec("marker").file(spec));
+    const FileSpec honest = xmlFile(document(element("Title", "honest")));
+    builder.section(SectionSpec("newer").file(honest));
+    Bounds bounds;
+    bounds.summaryBytes = 300 * 1024;
+    const DebugRecorder quiet;
+    const QList<Summary> found = summaries(builder, bounds);
+    QCOMPARE(found.at(0).title, title);
+    QCOMPARE(found.at(1).title, QStringLiteral("honest"));
 }
 
 void TestSummaryCreator::filesOfMarkersAreBounded()
