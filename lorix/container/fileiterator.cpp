@@ -189,10 +189,8 @@ bool FileIterator::readChunk(int pos)
 
 bool FileIterator::searchForwards()
 {
-    if (!m_file || !m_file->isOpen())
-        return false;
     m_linePos = m_bufferStart + m_bufferPos;
-    if (getFileSize() <= m_linePos)
+    if (!m_file || !m_file->isOpen() || getFileSize() <= m_linePos)
         return false;
     clearLine();
     for (;;) {
@@ -213,12 +211,12 @@ bool FileIterator::searchForwards()
 
 bool FileIterator::searchBackwards()
 {
-    if (!m_file || !m_file->isOpen())
-        return false;
     if (m_bufferStart == 0 && m_bufferPos == 0) {
         m_linePos = 0;
         return false;
     }
+    if (!m_file || !m_file->isOpen())
+        return false;
     clearLine();
     // The byte before the read position is the line feed that ends the wanted line.
     int feed = findLastIndexOf(m_buffer, '\n', m_bufferPos - 1);

@@ -170,9 +170,12 @@ void TestFileIterator::closedIteratorHasNothing()
     QVERIFY(!lines.lastLine());
     QVERIFY(lines.reachedStart());
     QVERIFY(lines.reachedEnd());
+    QCOMPARE(lines.curPos(), -1);
     QVERIFY(!lines.firstLine());
+    QCOMPARE(lines.curPos(), 0); // where a first line would begin
     QVERIFY(!lines.nextLine());
     QVERIFY(!lines.prevLine());
+    QCOMPARE(lines.curPos(), 0);
 }
 
 void TestFileIterator::missingFileDoesNotOpen()
