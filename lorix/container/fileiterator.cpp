@@ -47,7 +47,7 @@ bool FileIterator::open(const QString& path)
 void FileIterator::closeFile()
 {
     if (m_file && m_line.isEmpty() && m_lineLength > 0)
-        m_line = getBytes(m_linePos, static_cast<int>(std::min(m_lineLength, keptPrefixBytes)));
+        m_line = getBytes(m_lineStart, static_cast<int>(std::min(m_lineLength, keptPrefixBytes)));
     m_lineLength = m_line.size();
     m_file.reset();
     m_buffer.clear();
@@ -104,7 +104,8 @@ QSharedPointer<QByteArray> FileIterator::curLine() const
         return {};
     if (m_line.size() == m_lineLength)
         return QSharedPointer<QByteArray>::create(m_line);
-    return QSharedPointer<QByteArray>::create(getBytes(m_linePos, static_cast<int>(m_lineLength)));
+    return QSharedPointer<QByteArray>::create(
+        getBytes(m_lineStart, static_cast<int>(m_lineLength)));
 }
 
 QSharedPointer<QString> FileIterator::curLineAsString() const
@@ -121,7 +122,7 @@ bool FileIterator::curLineStartsWithBytes(const char* prefix) const
     if (m_line.size() == m_lineLength)
         return m_line.startsWith(prefix);
     const int length = static_cast<int>(std::min<qint64>(qstrlen(prefix), m_lineLength));
-    return getBytes(m_linePos, length).startsWith(prefix);
+    return getBytes(m_lineStart, length).startsWith(prefix);
 }
 
 bool FileIterator::containsNulls(const QByteArray& bytes)
@@ -136,7 +137,7 @@ bool FileIterator::curLineContainsNulls() const
     constexpr qint64 stepBytes = 1024 * 1024;
     for (qint64 done = 0; done < m_lineLength; done += stepBytes) {
         const int length = static_cast<int>(std::min(stepBytes, m_lineLength - done));
-        if (containsNulls(getBytes(static_cast<int>(m_linePos + done), length)))
+        if (containsNulls(getBytes(static_cast<int>(m_lineStart + done), length)))
             return true;
     }
     return false;
@@ -268,6 +269,8 @@ void FileIterator::dropLongLine()
 
 bool FileIterator::finishLine()
 {
+    // A failed move leaves the line but not always its position.
+    m_lineStart = m_linePos;
     m_bytesWalked += m_lineLength;
     return true;
 }

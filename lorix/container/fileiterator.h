@@ -111,6 +111,7 @@ private:
     QByteArray m_buffer;
     QByteArray m_line;
     int m_linePos = -1;
+    int m_lineStart = 0; // where the bytes of the line stand
     int m_bufferStart = -1;
     int m_bufferPos = 0;
     qint64 m_lineLength = 0;

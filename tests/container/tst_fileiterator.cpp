@@ -136,6 +136,8 @@ private Q_SLOTS:
     void longLineIsReadWholeInBothDirections();
     void lineTooLongToBeKeptReadsTheSame_data();
     void lineTooLongToBeKeptReadsTheSame();
+    void failedMoveKeepsALineOfAnyLength_data();
+    void failedMoveKeepsALineOfAnyLength();
     void lineWithZeroByteHasNoText();
     void textIsDecodedFromUtf8();
     void startsWithComparesRawBytes();
@@ -429,6 +431,31 @@ void TestFileIterator::lineTooLongToBeKeptReadsTheSame()
     expected.closeFile();
     QVERIFY(lines.curLineStartsWithBytes("aaaa"));
     QVERIFY(expected.curLineStartsWithBytes("aaaa"));
+}
+
+void TestFileIterator::failedMoveKeepsALineOfAnyLength_data()
+{
+    QTest::addColumn<int>("length");
+    for (const int length : {3, 1048576, 1048577, 2000000})
+        QTest::addRow("%d", length) << length;
+}
+
+void TestFileIterator::failedMoveKeepsALineOfAnyLength()
+{
+    QFETCH(int, length);
+    const QByteArray line(length, 'a');
+    FileIterator lines;
+    QVERIFY(lines.open(write("b\n" + line)));
+    QVERIFY(lines.nextLine());
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(!lines.nextLine());
+        QCOMPARE(lines.curPos(), length + 2);
+        QVERIFY(*lines.curLine() == line);
+        QVERIFY(*lines.curLineAsString() == QString::fromLatin1(line));
+        QVERIFY(lines.curLineStartsWithBytes("aaa"));
+    }
+    lines.closeFile();
+    QVERIFY(lines.curLineStartsWithBytes("aaa"));
 }
 
 void TestFileIterator::lineWithZeroByteHasNoText()
