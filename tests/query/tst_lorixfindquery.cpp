@@ -56,6 +56,7 @@ private Q_SLOTS:
     void queryIsCompiledOnce();
     void failedQueryLeavesErrorsAndAnEmptyForm();
     void queryCanBeReplaced();
+    void doublyNegatedOperandIsTheOperand();
     void matchesFillOrEmptyTheHash();
     void containersAreMatched();
     void bindingsTellStepAndFile();
@@ -101,6 +102,15 @@ void TestLorixFindQuery::queryCanBeReplaced()
     QVERIFY(query.isValid());
     QVERIFY(query.getErrors().isEmpty());
     QVERIFY(!query.matches(ring(3, 3)));
+}
+
+void TestLorixFindQuery::doublyNegatedOperandIsTheOperand()
+{
+    const QList<Summary> history = ring(3, 3);
+    QVERIFY(LorixFindQuery(QStringLiteral("!!1 == a:title")).matches(history));
+    QVERIFY(!LorixFindQuery(QStringLiteral("!!5 == a:title")).matches(history));
+    QVERIFY(!LorixFindQuery(QStringLiteral("!1 == a:title")).matches(history));
+    QVERIFY(!LorixFindQuery(QStringLiteral("!5 == a:title")).matches(history));
 }
 
 void TestLorixFindQuery::matchesFillOrEmptyTheHash()

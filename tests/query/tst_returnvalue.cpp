@@ -176,6 +176,7 @@ void TestReturnValue::datesAreRead()
     QCOMPARE(ok, date.isValid());
     QCOMPARE(value.isDate(), date.isValid());
     QCOMPARE(read.isNull(), date.isNull());
+    QCOMPARE(read.timeSpec(), Qt::LocalTime);
     if (ok)
         QCOMPARE(read, date);
 }
