@@ -52,7 +52,7 @@ Extractor::Extractor(QObject* logTarget, QObject* parent) : QObject(parent), m_l
     connect(&m_timer, &QTimer::timeout, this, [this] {
         QElapsedTimer slice;
         slice.start();
-        while (slice.elapsed() < sliceMs) {
+        while (slice.elapsed() < sliceMs && !m_writer.isBusy()) {
             if (step())
                 continue;
             m_timer.stop();
