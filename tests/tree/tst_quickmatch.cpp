@@ -73,6 +73,7 @@ private Q_SLOTS:
     void mostlyAsGoodAsTheExactSearch();
     void sameTreesGiveTheSameAssociation();
     void strangeTreesAreAssociatedToo();
+    void firstOfEqualPartnersIsTaken();
     void longHistoriesAreCompared();
 };
 
@@ -208,6 +209,23 @@ void TestQuickMatch::strangeTreesAreAssociatedToo()
         const ExactCosts exact = exactCosts(diff, 300);
         if (exact.found)
             QVERIFY(match.costs >= exact.costs);
+    }
+}
+
+// Where an order is free, it is that of the tree.
+void TestQuickMatch::firstOfEqualPartnersIsTaken()
+{
+    const Workflowstep step = makeStep(QStringLiteral("a"));
+    WorkflowTree equal;
+    for (int i = 0; i < 3; ++i)
+        equal.addTreeNode(NODE_ABOVE_ROOT, step, QString(), QString());
+    // A negative number makes a tree a strange one, which is compared otherwise.
+    for (const int id : {0, -7}) {
+        WorkflowTree one;
+        one.addTreeNode(WorkflowTreeNode(id, NODE_ABOVE_ROOT, step, QString(), QString()));
+        const QuickMatch match = LorixDiff(one, equal, nullptr).findQuickMatch();
+        QCOMPARE(match.result.association(id, 1), 0);
+        QCOMPARE(match.costs, 30.0F);
     }
 }
 
