@@ -7,6 +7,9 @@ import re
 import subprocess
 from pathlib import Path
 
+HERE = Path(__file__).resolve().parent
+NO_AREAS = {"measure", "report", "workloads"}
+
 HEAD = """<!-- SPDX-License-Identifier: BSD-3-Clause -->
 <!-- Written by bench/run --write; do not edit. -->
 # How fast
@@ -16,7 +19,8 @@ so that 0.5 is half of the other's time and 2 is double; where memory is compare
 The best of several runs in turns counts on both sides. Rows that say *half as much* compare lorix
 with itself on half the work: 2 is growth in proportion. A bar is the most that a row may be;
 `bench/run` ends with exit code 1 where one is missed. Times themselves are not given: they tell
-more of the machine than of the program.
+more of the machine than of the program. Where other work ran on the machine meanwhile (*load*
+below), rows on numbers of jobs say too much: two threads get two shares.
 
 `bench/run` measures again, `bench/run --write` writes this page. Whether a change makes something
 slower is better told by counting instructions, which noise does not touch: `bench/compare` builds
@@ -80,5 +84,9 @@ def page(bench):
                       "| --- | ---: | --- | ---: | --- |"]
             area = name
         limit = "" if bar is None else f"{bar:g}"
-        lines.append(f"| {cell(what)} | {ratio:.3g} | {cell(peer)} | {limit} | {verdict} |")
+        shown = f"{ratio:.3g}" if ratio >= 0.0005 else "below 0.0005"
+        lines.append(f"| {cell(what)} | {shown} | {cell(peer)} | {limit} | {verdict} |")
+    rest = sorted({path.stem for path in HERE.glob("*.py")} - NO_AREAS - {row[0] for row in bench.rows})
+    if rest:
+        lines += ["", f"Not in this run: {', '.join(rest)}; `bench/run {' '.join(rest)}` prints them."]
     return "\n".join(lines) + "\n"
