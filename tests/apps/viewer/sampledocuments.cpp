@@ -212,6 +212,13 @@ QByteArray otherReport()
     return documentOf(steps);
 }
 
+QByteArray reorderedReport()
+{
+    QList<SampleStep> steps = reportSteps();
+    steps.swapItemsAt(1, 2);
+    return documentOf(steps);
+}
+
 QByteArray large(int steps, int filesPerStep)
 {
     ContainerBuilder builder;

@@ -19,6 +19,9 @@ QByteArray damagedReport();
 /// one more.
 QByteArray otherReport();
 
+/// The report with its two steps in the middle in another order.
+QByteArray reorderedReport();
+
 /// A document with this many steps of `filesPerStep` tiny files each.
 QByteArray large(int steps, int filesPerStep);
 

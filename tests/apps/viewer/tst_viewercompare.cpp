@@ -69,6 +69,18 @@ private Q_SLOTS:
         QVERIFY(changed.first().endsWith("| Compute the temperatures"));
     }
 
+    void stepsThatHaveMovedAreShownAsSuch()
+    {
+        compareWith("reordered.pdf", samples::reorderedReport());
+        const QStringList moved = rows().filter(QString::fromUtf8("⇅  moved to another place"));
+        QVERIFY2(!moved.isEmpty(), qPrintable(rows().join('\n')));
+        for (const QString& row : moved) {
+            const QStringList cells = row.split(" | ");
+            QCOMPARE(cells.first(), cells.last());
+        }
+        QVERIFY(!m_window->compare()->summary().contains(" 0 have moved"));
+    }
+
     void showsFieldByFieldWhatDiffers()
     {
         compareWith("other.pdf", samples::otherReport());
