@@ -125,7 +125,7 @@ QList<SampleStep> materialSteps()
 {
     return {{"Measure the samples",
              "Conductivity of three aluminium samples.",
-             "labview",
+             "data logger",
              "erik",
              "2026-02-11 09:20:00",
              {{"samples.txt", "A1 A2 A3\n", true, "Samples taken from the store"},
