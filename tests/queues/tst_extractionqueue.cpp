@@ -62,6 +62,7 @@ private Q_SLOTS:
     void rangeOutsideTheContainerFails();
     void failedItemCountsAsDone();
     void damagedStreamFailsAndLeavesWholeStepsBefore();
+    void damagedStepLeavesNothingHoweverMuchItGave();
     void damageGoesBeforeAFailedWrite();
     void streamCutShortIsNoFailure();
     void bytesBehindTheStreamsEndAreIgnored();
@@ -323,6 +324,21 @@ void TestExtractionQueue::damagedStreamFailsAndLeavesWholeStepsBefore()
     QVERIFY(written.size() > 400000);
     QVERIFY(written.size() < content.size() - 10000);
     QVERIFY(content.startsWith(written));
+}
+
+void TestExtractionQueue::damagedStepLeavesNothingHoweverMuchItGave()
+{
+    // Three megabytes in one step, of which two are out before the damage shows.
+    FileSpec spec = named("a", QByteArray(3 * 1024 * 1024, 'z')).flate();
+    QByteArray damaged = spec.stored;
+    damaged[damaged.size() - 1] = static_cast<char>(damaged.back() ^ 1);
+    QVERIFY(damaged.size() < 100000);
+    QVERIFY(open(ContainerBuilder().start().file(spec.storeInstead(damaged))));
+    ExtractionQueue queue(m_parser.get());
+    queue.addExtractees({{0, path("a")}});
+    QCOMPARE(drive(queue), QStringList({"log 2 Could not decompress data from file a",
+                                        "file 0 invalid", "percent 100 a"}));
+    QCOMPARE(contentOf(path("a")), QByteArray());
 }
 
 void TestExtractionQueue::damageGoesBeforeAFailedWrite()
