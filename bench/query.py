@@ -5,7 +5,7 @@ and how reading a query grows with its length."""
 import math
 import subprocess
 
-from summary import HEADER, embedded, text_of_step, whole_file
+from summary import HEADER, embedded, text_of_step, whole_file, write_section
 
 CANDIDATES = 2000
 
@@ -46,18 +46,7 @@ def container(path, number, needle):
                 blocks.append(embedded(name, content))
                 step.append(whole_file(name, content))
             blocks.append(embedded("ws_summary.xml", text_of_step("".join(step)).encode(), True))
-            body = b"".join(blocks)
-            out.write(body)
-            start = out.tell()
-            back = "" if previous is None else start - previous
-            head = f"%<--! $LORIX_SECTION [version:1.0][creator:bench][title:step {section}]"
-            tail = f"[index:0][md5section:{'0' * 32}][previousmd5:][previousmarker:{back}]-->\n"
-            size = len(body)
-            for _ in range(3):
-                line = f"{head}[left:{len(body) + 1}][size:{size}]{tail}"
-                size = len(body) + len(line)
-            out.write(line.encode())
-            previous = start
+            previous = write_section(out, blocks, f"step {section}", previous)
 
 
 def files(bench):

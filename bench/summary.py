@@ -46,6 +46,22 @@ def embedded(name, content, flate=False):
     return marker.encode() + b"\n" + stored + b"\n"
 
 
+def write_section(out, blocks, title, previous):
+    """One section of these blocks, chained to the marker at `previous`; where its marker begins."""
+    body = b"".join(blocks)
+    out.write(body)
+    start = out.tell()
+    back = "" if previous is None else start - previous
+    head = f"%<--! $LORIX_SECTION [version:1.0][creator:bench][title:{title}]"
+    tail = f"[index:0][md5section:{'0' * 32}][previousmd5:][previousmarker:{back}]-->\n"
+    size = len(body)
+    for _ in range(3):
+        line = f"{head}[left:{len(body) + 1}][size:{size}]{tail}"
+        size = len(body) + len(line)
+    out.write(line.encode())
+    return start
+
+
 def history(path, sections, files, copies=False):
     """A container whose every section holds so many files and their summary.
     Digests of sections are left out: nobody asks for them here."""
@@ -60,18 +76,7 @@ def history(path, sections, files, copies=False):
                 blocks.append(embedded(name, content))
                 step.append(whole_file(name, content))
             blocks.append(embedded("ws_summary.xml", text_of_step("".join(step)).encode(), True))
-            body = b"".join(blocks)
-            out.write(body)
-            start = out.tell()
-            back = "" if previous is None else start - previous
-            head = f"%<--! $LORIX_SECTION [version:1.0][creator:bench][title:{number}]"
-            tail = f"[index:0][md5section:{'0' * 32}][previousmd5:][previousmarker:{back}]-->\n"
-            size = len(body)
-            for _ in range(3):
-                line = f"{head}[left:{len(body) + 1}][size:{size}]{tail}"
-                size = len(body) + len(line)
-            out.write(line.encode())
-            previous = start
+            previous = write_section(out, blocks, str(number), previous)
     return path
 
 
