@@ -18,7 +18,6 @@
 #include <QElapsedTimer>
 
 #include <cstdio>
-#include <sys/resource.h>
 
 using namespace lorix;
 
@@ -26,11 +25,15 @@ namespace {
 
 void silence(QtMsgType, const QMessageLogContext&, const QString&) {}
 
+// What getrusage() tells is of no use here: it never falls below the memory of
+// the process that started this one.
 long peakKiB()
 {
-    rusage usage{};
-    ::getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray lines = status.readAll();
+    return lines.mid(lines.indexOf("VmHWM:") + 6).simplified().split(' ').first().toLong();
 }
 
 long residentKiB()
