@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: BSD-3-Clause
 """The pages in docs/ are true: transcripts, links, codes, pictures, the index."""
 
-import glob
 import os
 import re
 import shutil
@@ -38,14 +37,10 @@ class Transcripts(unittest.TestCase):
                 done = subprocess.run(["bash", "-c", command], cwd=self.dir.name, text=True,
                                       env=dict(os.environ, PATH=path), capture_output=True,
                                       check=False)
-                if "load-postgres" in command and not self.has_postgres():
-                    continue
+                if done.returncode == 2 and "'scripts/setup" in done.stderr:
+                    continue # what this shows is not installed
                 self.assertTrue(shows(expected, done.stdout),
                                 f"printed:\n{done.stdout}{done.stderr}")
-
-    @staticmethod
-    def has_postgres():
-        return bool(glob.glob("/usr/lib/postgresql/*/bin/initdb"))
 
     def test_checking_and_extracting(self):
         subprocess.run([str(ROOT / "examples" / "make-example.sh"), self.dir.name], check=True,

@@ -1,0 +1,89 @@
+# SPDX-License-Identifier: BSD-3-Clause
+"""A cluster's array job prints what one call prints, also when tasks were killed.
+
+Skipped where Slurm is not installed; 'scripts/setup slurm-client slurmctld slurmd' installs it.
+"""
+
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+PROGRAM = Path(os.environ["LORIX_PROGRAM"])
+ROOT = Path(__file__).resolve().parents[2]
+COUNT = 40
+
+# Is killed once in the second part of the list, in the middle of a line.
+KILLED = """#!/bin/sh
+case "$*" in
+    *000001.names*)
+        if mkdir "$KILLED" 2> /dev/null; then
+            "$LORIX" "$@" | head -c 5000
+            kill -9 $$
+        fi ;;
+esac
+exec "$LORIX" "$@"
+"""
+
+
+@unittest.skipUnless(shutil.which("slurmctld") and shutil.which("slurmd"),
+                     "Slurm is not installed; "
+                     "'scripts/setup slurm-client slurmctld slurmd' installs it")
+class OverSlurm(unittest.TestCase):
+    def setUp(self):
+        self.dir = tempfile.TemporaryDirectory()
+        self.addCleanup(self.dir.cleanup)
+        self.top = Path(self.dir.name)
+        for name in ("bin", "tmp"):
+            (self.top / name).mkdir()
+        self.environment = dict(os.environ, TMPDIR=str(self.top / "tmp"), LORIX=str(PROGRAM),
+                                KILLED=str(self.top / "killed"),
+                                PATH=f"{self.top / 'bin'}:{os.environ['PATH']}")
+        subprocess.run([sys.executable, str(ROOT / "scripts" / "make-containers"), str(COUNT),
+                        str(self.top / "in"), "--bad", "9"], check=True)
+        names = sorted(str(path.relative_to(self.top)) for path in (self.top / "in").rglob("*.pdf"))
+        (self.top / "names").write_text("\n".join([*names, "missing"]) + "\n")
+
+    def over_slurm(self, *arguments):
+        return subprocess.run([sys.executable, str(ROOT / "scripts" / "over-slurm"), "names",
+                               "answers", "--tasks", "3", "--single-machine", *arguments],
+                              cwd=self.top, env=self.environment, capture_output=True, text=True,
+                              check=False)
+
+    def in_one_call(self, *command):
+        return subprocess.run([PROGRAM, *command, "--json", "-q", "--files-from", "names"],
+                              cwd=self.top, stdout=subprocess.PIPE, check=False)
+
+    def test_killed_tasks_are_made_up_for(self):
+        wrapper = self.top / "bin" / "lorix"
+        wrapper.write_text(KILLED)
+        wrapper.chmod(0o755)
+        first = self.over_slurm()
+        self.assertEqual(first.returncode, 3, first.stderr)
+        self.assertIn("1 of 3 tasks failed", first.stderr)
+        self.assertFalse((self.top / "answers").exists())
+        other = self.over_slurm("validate")
+        self.assertEqual(other.returncode, 2)
+        self.assertIn("is of another call", other.stderr)
+        again = self.over_slurm()
+        whole = self.in_one_call("summary")
+        self.assertEqual((again.returncode, again.stderr), (whole.returncode, ""))
+        self.assertEqual((self.top / "answers").read_bytes(), whole.stdout)
+        self.assertFalse((self.top / "answers.parts").exists())
+        self.assertEqual(list((self.top / "tmp").iterdir()), [])
+
+    def test_other_commands_run_as_well(self):
+        (self.top / "bin" / "lorix").symlink_to(PROGRAM)
+        command = ["find", "a:title %contains 'mesh'"]
+        done = self.over_slurm(*command)
+        whole = self.in_one_call(*command)
+        self.assertEqual(done.returncode, whole.returncode, done.stderr)
+        self.assertGreater(len(whole.stdout.splitlines()), 5)
+        self.assertEqual((self.top / "answers").read_bytes(), whole.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
