@@ -5,6 +5,7 @@
 #include <apps/viewer/extractdialog.h>
 #include <apps/viewer/logpane.h>
 #include <apps/viewer/outlinemodel.h>
+#include <apps/viewer/pictureview.h>
 
 #include <QCheckBox>
 #include <QDirIterator>
@@ -12,6 +13,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QTreeView>
+#include <QWindow>
 #include <QtTest>
 
 using namespace lorix::viewer;
@@ -60,6 +62,33 @@ class TestViewerExtract : public ViewerTest
     {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
+    }
+
+    /// Where a file's line stands in the picture, found by clicking down the box of its step.
+    QPoint lineOf(const Place& place)
+    {
+        m_window->setCurrent({place.node, -1});
+        PictureView* const picture = m_window->picture();
+        // A click may scroll what it chooses into view.
+        for (int y = 0; y < picture->boxOnScreen(place.node).height(); y += 3) {
+            const QRect box = picture->boxOnScreen(place.node);
+            QTest::mouseClick(picture->viewport(), Qt::LeftButton, {},
+                              QPoint(box.center().x(), box.top() + y));
+            const QPoint above = picture->boxOnScreen(place.node).topLeft() - box.topLeft();
+            if (m_window->current() == place)
+                return QPoint(box.center().x(), box.top() + y + 2) + above;
+        }
+        return {};
+    }
+
+    /// Presses the mouse there and moves it to the right.
+    void pull(const QPoint& where, int pixels)
+    {
+        QWindow* const window = m_window->windowHandle();
+        const QPoint start = m_window->picture()->viewport()->mapTo(m_window.get(), where);
+        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, start);
+        QTest::mouseMove(window, start + QPoint(pixels, 0));
+        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, start + QPoint(pixels, 0));
     }
 
 private Q_SLOTS:
@@ -200,6 +229,25 @@ private Q_SLOTS:
         QVERIFY(dragged.fileName().endsWith("/sketch.txt"));
         m_window.reset();
         QVERIFY2(!QFile::exists(dragged.fileName()), "it goes with the window");
+    }
+
+    void pullingAFileInThePictureDragsIt()
+    {
+        open("report.pdf", samples::report());
+        const Place place = placeOf("Draw the fin", "sketch.txt");
+        const QPoint line = lineOf(place);
+        QVERIFY(!line.isNull());
+        const QPoint head(line.x(), m_window->picture()->boxOnScreen(place.node).top() + 4);
+        QSignalSpy dragged(m_window->picture(), &PictureView::dragRequested);
+        const int distance = QApplication::startDragDistance();
+
+        pull(line, distance - 1);
+        QCOMPARE(dragged.size(), 0);
+        pull(head, 2 * distance);
+        QVERIFY2(dragged.isEmpty(), "a step is no file");
+        pull(line, distance);
+        QCOMPARE(dragged.size(), 1);
+        QCOMPARE(dragged.first().first().value<Place>(), place);
     }
 };
 
