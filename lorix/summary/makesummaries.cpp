@@ -123,20 +123,22 @@ TagHash makeTagHash(LorixParser& parser)
 QList<Summary> makeSummaries(LorixParser& parser, const TagHash& tagHash)
 {
     const QList<SectionTag> sections = parser.getSections();
-    const QList<QList<FileTag>> files = filesBySection(parser, sections);
+    QList<QList<FileTag>> files = filesBySection(parser, sections);
     TagMatcher matcher(tagHash);
     XmlSource source(parser);
     QList<Summary> summaries;
     for (qsizetype i = sections.size() - 1; i >= 0; --i) {
         const SectionTag& section = sections.at(i);
-        const bool hasXml = !files.at(i).isEmpty() && files.at(i).last().filename == summaryName;
+        // Taken, so that its room serves the records that come to be.
+        const QList<FileTag> own = files.takeLast();
+        const bool hasXml = !own.isEmpty() && own.last().filename == summaryName;
         Summary summary;
-        if (hasXml && source.read(files.at(i).last(), summary)) {
+        if (hasXml && source.read(own.last(), summary)) {
             augment(summary, section, matcher);
         } else {
             if (hasXml)
-                qDebug() << "could not read summary" << files.at(i).last().id;
-            summary = makeSummaryFromTags(section, files.at(i));
+                qDebug() << "could not read summary" << own.last().id;
+            summary = makeSummaryFromTags(section, own);
         }
         summaries.append(summary);
     }

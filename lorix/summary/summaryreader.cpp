@@ -90,6 +90,21 @@ bool assign(Record& record, const Field<Record, Value> (&fields)[count], QString
     return false;
 }
 
+// The same for a file's texts. One that is the same as in the file before takes no
+// room of its own: types, folders and times of many files are.
+bool assignText(FileSummary& file, const FileSummary& before, QStringView tag, QStringView content)
+{
+    for (const auto& field : fileTexts) {
+        if (field.tag == tag) {
+            const QString& other = before.*field.member;
+            const bool same = !content.isEmpty() && content == other;
+            file.*field.member = same ? other : content.toString();
+            return true;
+        }
+    }
+    return false;
+}
+
 QString text(QStringView content)
 {
     return content.toString();
@@ -151,7 +166,8 @@ void setUserAttributes(Record& record, QStringView content)
     record.userAttributeUnits = std::move(attributes.third);
 }
 
-FileSummary readFile(QStringView content)
+// `before` is the file read last.
+FileSummary readFile(QStringView content, const FileSummary& before = FileSummary())
 {
     const auto flag = [](QStringView data) { return str2bool(borrowed(data)); };
     const auto size = [](QStringView data) { return str2int(borrowed(data)); };
@@ -161,7 +177,7 @@ FileSummary readFile(QStringView content)
     forEachElement(content, [&](QStringView tag, QStringView data) {
         if (tag == u"UserAttributes")
             setUserAttributes(file, data);
-        else if (!assign(file, fileTexts, tag, data, text) &&
+        else if (!assignText(file, before, tag, data) &&
                  !assign(file, fileFlags, tag, data, flag) &&
                  !assign(file, fileSizes, tag, data, size))
             reportUnknown("unknown tag (ParseFile):", tag, data);
@@ -177,7 +193,8 @@ Workflowstep readWorkflowstep(QStringView content, int maxFiles = unlimited)
     const auto addFile = [&](QStringView data, const QString& purpose) {
         if (step.files.size() >= maxFiles)
             return;
-        step.files.append(readFile(data));
+        step.files.append(step.files.isEmpty() ? readFile(data)
+                                               : readFile(data, step.files.constLast()));
         step.files.last().filePurpose = purpose;
     };
     forEachElement(content, [&](QStringView tag, QStringView data) {
