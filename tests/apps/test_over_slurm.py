@@ -6,6 +6,7 @@ Skipped where Slurm is not installed; 'scripts/setup slurm-client slurmctld slur
 
 import os
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -73,6 +74,24 @@ class OverSlurm(unittest.TestCase):
         self.assertEqual((again.returncode, again.stderr), (whole.returncode, ""))
         self.assertEqual((self.top / "answers").read_bytes(), whole.stdout)
         self.assertFalse((self.top / "answers.parts").exists())
+        self.assertEqual(list((self.top / "tmp").iterdir()), [])
+
+    def test_stopping_it_stops_the_tasks(self):
+        wrapper = self.top / "bin" / "lorix"
+        wrapper.write_text('#!/bin/sh\necho $$ > "$KILLED"\nexec sleep 1000\n')
+        wrapper.chmod(0o755)
+        call = [sys.executable, str(ROOT / "scripts" / "over-slurm"), "--single-machine", "names",
+                "answers", "--tasks", "1"]
+        with subprocess.Popen(call, cwd=self.top, env=self.environment, stderr=subprocess.PIPE,
+                              text=True, start_new_session=True) as running:
+            task = self.top / "killed"
+            while running.poll() is None and not (task.exists() and task.read_text()):
+                pass
+            os.killpg(running.pid, signal.SIGINT)
+            said = running.communicate(timeout=120)[1]
+        self.assertEqual(running.returncode, 130, said)
+        self.assertIn("stopped; the same call again goes on", said)
+        self.assertFalse(Path(f"/proc/{int(task.read_text())}").exists())
         self.assertEqual(list((self.top / "tmp").iterdir()), [])
 
     def test_other_commands_run_as_well(self):
