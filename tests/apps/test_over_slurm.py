@@ -83,7 +83,10 @@ class OverSlurm(unittest.TestCase):
         call = [sys.executable, str(ROOT / "scripts" / "over-slurm"), "--single-machine", "names",
                 "answers", "--tasks", "1"]
         with subprocess.Popen(call, cwd=self.top, env=self.environment, stderr=subprocess.PIPE,
-                              text=True, start_new_session=True) as running:
+                              text=True, start_new_session=True,
+                              # Where the tests run in the background it would be ignored.
+                              preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL)
+                              ) as running:
             task = self.top / "killed"
             while running.poll() is None and not (task.exists() and task.read_text()):
                 pass
