@@ -82,6 +82,9 @@ int FileCommand::showAll(Console& console, const View& view)
         hasSingleInput() ? 1 : m_jobs,
         [this, &view](const Input& input) { return workOn(input, view); },
         [&](const Input&, const Printout& printout) {
+            // What was printed has to be where a run that goes on begins.
+            if (printout.unfinished)
+                return false;
             progress.count(printout.skipped, printout.exitCode);
             if (printout.skipped)
                 return true;
@@ -108,8 +111,8 @@ int FileCommand::showAll(Console& console, const View& view)
 Printout FileCommand::workOn(const Input& input, const View& view) const
 {
     Printout printout;
-    printout.skipped = Interrupt::requested();
-    if (printout.skipped)
+    printout.unfinished = Interrupt::requested();
+    if (printout.unfinished)
         return printout;
     try {
         bool skipped = false;
@@ -117,6 +120,7 @@ Printout FileCommand::workOn(const Input& input, const View& view) const
         if (!skipped)
             printout = printoutOf(answer, view.json);
         printout.skipped = skipped;
+        printout.unfinished = skipped && Interrupt::requested();
     } catch (const std::bad_alloc&) {
         Answer answer = Answer::start(name(), input.path);
         answer.fail(Failed, QStringLiteral("memory.exhausted"), input.path,

@@ -19,7 +19,8 @@ namespace lorix::cli {
 struct Printout
 {
     int exitCode = 0;
-    bool skipped = false; ///< There is nothing to print or to count.
+    bool skipped = false;    ///< There is nothing to print or to count.
+    bool unfinished = false; ///< Nor anything behind it: the person has stopped the work.
     QByteArray out;
     QStringList errors;
 };

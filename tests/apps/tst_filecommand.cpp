@@ -3,20 +3,24 @@
 #include "clirunner.h"
 
 #include <apps/lorix/filecommand.h>
+#include <apps/lorix/interrupt.h>
 
 #include <support/containerbuilder.h>
 
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <atomic>
 #include <new>
 #include <sys/stat.h>
+#include <thread>
 
 using namespace lorix::cli;
 
 namespace {
 
-// Says the name of each file; some of them need more memory than there is.
+// Says the name of each file; some of them need more memory than there is. One
+// is stopped by the person once the last one is through.
 class EchoCommand : public FileCommand
 {
 public:
@@ -29,10 +33,20 @@ protected:
         if (input.path.contains(u"huge"))
             throw std::bad_alloc();
         skipped = input.path.contains(u"skipped");
+        if (input.path == u"stopped") {
+            while (!m_lastIsThrough)
+                std::this_thread::yield();
+            Interrupt::set(true);
+            skipped = true;
+        }
+        m_lastIsThrough = m_lastIsThrough || input.path == u"last";
         Answer answer = Answer::start(name(), input.path);
         answer.text = input.path + u'\n';
         return answer;
     }
+
+private:
+    mutable std::atomic<bool> m_lastIsThrough = false;
 };
 
 } // namespace
@@ -44,6 +58,7 @@ class TestFileCommand : public QObject
 private Q_SLOTS:
     void lackOfMemoryForOneFileDoesNotStopTheRest_data();
     void lackOfMemoryForOneFileDoesNotStopTheRest();
+    void nothingIsPrintedBehindAFileThatWasStopped();
     void everyCommandOnFilesTakesTheSameOptions_data();
     void everyCommandOnFilesTakesTheSameOptions();
     void answersAreTheSameForAnyNumberOfJobs_data();
@@ -82,6 +97,27 @@ void TestFileCommand::lackOfMemoryForOneFileDoesNotStopTheRest()
              QByteArray("lorix: huge: there is not enough memory for it\n"));
     std::fclose(out);
     std::fclose(err);
+}
+
+// Or whoever goes on from the output would find them in another order.
+void TestFileCommand::nothingIsPrintedBehindAFileThatWasStopped()
+{
+    std::FILE* out = std::tmpfile();
+    CLI::App app;
+    EchoCommand command;
+    command.declare(app);
+    std::vector<std::string> reversed = {"last", "stopped", "first", "2", "--jobs"};
+    app.parse(reversed);
+    {
+        Console console(out, stderr);
+        QCOMPARE(command.run(console, GlobalOptions()), int(Interrupted));
+    }
+    Interrupt::set(false);
+    char text[256] = {};
+    std::rewind(out);
+    QCOMPARE(QByteArray(text, qsizetype(std::fread(text, 1, sizeof text, out))),
+             QByteArray("first\n"));
+    std::fclose(out);
 }
 
 void TestFileCommand::everyCommandOnFilesTakesTheSameOptions_data()
