@@ -6,6 +6,9 @@
 #include <QDebug>
 #include <QLoggingCategory>
 
+#include <algorithm>
+#include <limits>
+
 namespace lorix {
 
 namespace {
@@ -76,33 +79,38 @@ void forEachElement(QStringView text, Visit visit)
     }
 }
 
+// The field named by the tag, null where there is none.
+template <typename Record, typename Value, std::size_t count>
+const Field<Record, Value>* fieldOf(const Field<Record, Value> (&fields)[count], QStringView tag)
+{
+    const auto* const end = fields + count;
+    const auto* const found =
+        std::find_if(fields, end, [tag](const auto& field) { return field.tag == tag; });
+    return found == end ? nullptr : found;
+}
+
 // Stores the content in the field named by the tag, if there is one.
 template <typename Record, typename Value, std::size_t count, typename Convert>
 bool assign(Record& record, const Field<Record, Value> (&fields)[count], QStringView tag,
             QStringView content, Convert convert)
 {
-    for (const auto& field : fields) {
-        if (field.tag == tag) {
-            record.*field.member = convert(content);
-            return true;
-        }
-    }
-    return false;
+    const auto* const field = fieldOf(fields, tag);
+    if (field)
+        record.*field->member = convert(content);
+    return field != nullptr;
 }
 
 // The same for a file's texts. One that is the same as in the file before takes no
 // room of its own: types, folders and times of many files are.
 bool assignText(FileSummary& file, const FileSummary& before, QStringView tag, QStringView content)
 {
-    for (const auto& field : fileTexts) {
-        if (field.tag == tag) {
-            const QString& other = before.*field.member;
-            const bool same = !content.isEmpty() && content == other;
-            file.*field.member = same ? other : content.toString();
-            return true;
-        }
-    }
-    return false;
+    const auto* const field = fieldOf(fileTexts, tag);
+    if (!field)
+        return false;
+    const QString& other = before.*field->member;
+    const bool same = !content.isEmpty() && content == other;
+    file.*field->member = same ? other : content.toString();
+    return true;
 }
 
 QString text(QStringView content)

@@ -162,6 +162,7 @@ private Q_SLOTS:
     void rootIsTheFirstLoxchange();
     void piecesKeepTheirOwnDefaults();
     void filesComeInDocumentOrderWithTheirPurpose();
+    void filesTakeNothingFromTheFileBefore();
     void stepReplacesTheStepBefore();
     void malformedTextLeavesWhatCameBefore_data();
     void malformedTextLeavesWhatCameBefore();
@@ -368,6 +369,26 @@ void TestSummaryReader::filesComeInDocumentOrderWithTheirPurpose()
                        "<OutFile><Filename>a</Filename></OutFile>"));
     QCOMPARE(fieldsSet(step), QStringList({"title=t", "OutFile(filename=a)", "InFile(filename=b)",
                                            "InFile()", "OutFile(filename=a)"}));
+}
+
+void TestSummaryReader::filesTakeNothingFromTheFileBefore()
+{
+    Workflowstep step = SummaryReader().parseWorkflowstep(
+        "<InFile><Filename>a</Filename><Filetype>text</Filetype><Comment>c</Comment>"
+        "<Filepath>/x</Filepath></InFile>"
+        "<InFile><Filename>b</Filename><Filetype>text</Filetype><Comment></Comment></InFile>"
+        "<OutFile><Filename>b</Filename><Filetype>texts</Filetype><Filepath>/x</Filepath></"
+        "OutFile>");
+    QCOMPARE(step.files.size(), 3);
+    const auto texts = [&step](QString FileSummary::*member) {
+        return QStringList{step.files[0].*member, step.files[1].*member, step.files[2].*member};
+    };
+    QCOMPARE(texts(&FileSummary::filename), QStringList({"a", "b", "b"}));
+    QCOMPARE(texts(&FileSummary::filetype), QStringList({"text", "text", "texts"}));
+    QCOMPARE(texts(&FileSummary::comment), QStringList({"c", "", ""}));
+    QCOMPARE(texts(&FileSummary::filepath), QStringList({"/x", "", "/x"}));
+    step.files[0].filetype += "!";
+    QCOMPARE(texts(&FileSummary::filetype), QStringList({"text!", "text", "texts"}));
 }
 
 void TestSummaryReader::stepReplacesTheStepBefore()
