@@ -38,7 +38,7 @@ class Transcripts(unittest.TestCase):
                                       env=dict(os.environ, PATH=path), capture_output=True,
                                       check=False)
                 if done.returncode == 2 and "'scripts/setup" in done.stderr:
-                    continue # what this shows is not installed
+                    continue  # what this shows is not installed
                 self.assertTrue(shows(expected, done.stdout),
                                 f"printed:\n{done.stdout}{done.stderr}")
 
